@@ -1,0 +1,24 @@
+#pragma once
+
+#include "toolkit/core/PrivateKey.h"
+
+namespace qgtk {
+
+/** A cipher with all that it takes to run it. */
+struct CipherSetup
+{
+    CipherHandle cipher;
+    SecretBytes key;
+    SecretBytes iv;
+};
+
+/**
+ * Reads an AlgorithmIdentifier and derives key and initial value from the password. Throws as decryptKey.
+ */
+CipherSetup setupFromAlgorithm(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
+                               int maxIterations);
+
+/** Makes the AlgorithmIdentifier of a protection with fresh salt and initial value. Throws as encryptKey. */
+AlgorithmHandle makeAlgorithm(const Crypto& crypto, const KeyProtection& protection);
+
+} // namespace qgtk

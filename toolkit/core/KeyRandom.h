@@ -1,0 +1,18 @@
+#pragma once
+
+#include "toolkit/core/PrivateKey.h"
+
+namespace qgtk {
+
+/**
+ * The random value R out of the attributes of a PrivateKeyInfo (DER). Throws KeyNotPlain, NoKeyRandom.
+ */
+SecretBytes keyRandom(ByteView plain);
+
+/**
+ * Adds a random value to the attributes of a PrivateKeyInfo (DER), trailing zero bits kept. Throws
+ * KeyNotPlain.
+ */
+SecretBytes withKeyRandom(ByteView plain, ByteView random);
+
+} // namespace qgtk

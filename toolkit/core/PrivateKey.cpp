@@ -1,0 +1,83 @@
+#include "toolkit/core/PrivateKey.h"
+
+#include "toolkit/core/KeyProtection.h"
+
+namespace qgtk {
+
+namespace {
+
+/** Encrypted keys are a few kilobytes; the lengths below are handed on as int. */
+constexpr std::size_t maxKeyLength = 1 << 20;
+
+/** Runs a cipher over data. False when the padding does not come out right. */
+template <typename Buffer>
+bool runCipher(const CipherSetup& setup, ByteView data, bool encrypt, Buffer& result)
+{
+    const CipherRun run = owned<CipherRun>(EVP_CIPHER_CTX_new());
+    require(EVP_CipherInit_ex2(run.get(), setup.cipher.get(), setup.key.data(), setup.iv.data(), encrypt,
+                               nullptr) == 1,
+            Code::CryptoUnavailable);
+    result.resize(data.size() + EVP_MAX_BLOCK_LENGTH);
+    int body = 0;
+    int tail = 0;
+    const bool done =
+        EVP_CipherUpdate(run.get(), result.data(), &body, data.data(), static_cast<int>(data.size())) == 1 &&
+        EVP_CipherFinal_ex(run.get(), result.data() + body, &tail) == 1;
+    result.resize(done ? static_cast<std::size_t>(body + tail) : 0);
+    return done;
+}
+
+} // namespace
+
+bool isPlainKey(ByteView bytes)
+{
+    return decodeDer<PlainKeyHandle>(d2i_PKCS8_PRIV_KEY_INFO, bytes) != nullptr;
+}
+
+PlainKeyHandle decodePlainKey(ByteView plain)
+{
+    PlainKeyHandle key = decodeDer<PlainKeyHandle>(d2i_PKCS8_PRIV_KEY_INFO, plain);
+    require(key != nullptr, Code::KeyNotPlain);
+    return key;
+}
+
+SecretBytes decryptKey(const Crypto& crypto, ByteView encrypted, std::string_view password, int maxIterations)
+{
+    require(encrypted.size() <= maxKeyLength, Code::KeyDamaged);
+    const EncryptedKeyHandle sealed = decodeDer<EncryptedKeyHandle>(d2i_X509_SIG, encrypted);
+    require(sealed != nullptr, Code::KeyDamaged);
+    const X509_ALGOR* algorithm = nullptr;
+    const ASN1_OCTET_STRING* content = nullptr;
+    X509_SIG_get0(sealed.get(), &algorithm, &content);
+    const ByteView cipherText = contentOf(content);
+    require(!cipherText.empty(), Code::KeyDamaged);
+    const CipherSetup setup = setupFromAlgorithm(crypto, algorithm, password, maxIterations);
+    const auto block = static_cast<std::size_t>(EVP_CIPHER_get_block_size(setup.cipher.get()));
+    require(cipherText.size() % block == 0, Code::KeyDamaged);
+    SecretBytes plain;
+    // A wrong password passes the padding check once in 256 times, and then fails as a structure.
+    require(runCipher(setup, cipherText, false, plain) && isPlainKey(plain), Code::WrongPassword);
+    return plain;
+}
+
+Bytes encryptKey(const Crypto& crypto, ByteView plain, std::string_view password,
+                 const KeyProtection& protection)
+{
+    require(plain.size() <= maxKeyLength && isPlainKey(plain), Code::KeyNotPlain);
+    AlgorithmHandle algorithm = makeAlgorithm(crypto, protection);
+    const CipherSetup setup = setupFromAlgorithm(crypto, algorithm.get(), password, protection.iterations);
+    Bytes cipherText;
+    require(runCipher(setup, plain, true, cipherText), Code::CryptoUnavailable);
+    const EncryptedKeyHandle sealed = owned<EncryptedKeyHandle>(X509_SIG_new());
+    X509_ALGOR* target = nullptr;
+    ASN1_OCTET_STRING* content = nullptr;
+    X509_SIG_getm(sealed.get(), &target, &content);
+    const bool stored =
+        X509_ALGOR_copy(target, algorithm.get()) &&
+        ASN1_OCTET_STRING_set(content, cipherText.data(), static_cast<int>(cipherText.size()));
+    if (!stored)
+        throw std::bad_alloc();
+    return encodeDer<Bytes>(i2d_X509_SIG, sealed.get());
+}
+
+} // namespace qgtk
