@@ -8,6 +8,7 @@
 #include "Command.h"
 #include "TestHome.h"
 #include "samplepki/Media.h"
+#include "toolkit/core/PrivateKey.h"
 
 namespace fs = std::filesystem;
 using namespace samplepki;
@@ -56,6 +57,18 @@ TEST(KeyFiles, OpensslOpensEveryPbes2Form)
             EXPECT_EQ(toHex(openssl(file, password).output), toHex(key.publicKeyInfo()));
             EXPECT_NE(openssl(file, "wrong").status, 0);
         }
+}
+
+TEST(KeyFiles, TheOldestFormsHaveOneAlgorithmAndNoOther)
+{
+    const Bytes plain = KeyPool::key().privateKeyInfo();
+    for (const auto& [cipher, oid] : {std::pair(KeyCipher::SeedPbkdf1, "1.2.410.200004.1.15"),
+                                      std::pair(KeyCipher::SeedFixedVector, "1.2.410.200004.1.4")}) {
+        const Bytes file = encryptKeyFile(plain, password, {.cipher = cipher});
+        EXPECT_THAT(toHex(file.substr(0, 24)), HasSubstr(toHex(der::oid(oid))));
+        const qgtk::SecretBytes opened = qgtk::decryptKey(qgtk::Crypto(), qgtk::bytesOf(file), password);
+        EXPECT_EQ(toHex(qgtk::textOf(opened)), toHex(plain));
+    }
 }
 
 Holder holder(bool withKm)

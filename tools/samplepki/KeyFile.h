@@ -30,9 +30,12 @@ struct KeyFileForm
     unsigned iterations = 2048;
 };
 
+/** Bytes of the salt, as the field has it. */
+inline constexpr int saltSize = 8;
+
 /**
- * Encrypts a PrivateKeyInfo (or any bytes) as a key file: EncryptedPrivateKeyInfo in DER with a new salt of 8
- * bytes. The password is taken byte for byte. Throws std::runtime_error when OpenSSL lacks the algorithm.
+ * Encrypts a PrivateKeyInfo as a key file: EncryptedPrivateKeyInfo in DER with a new salt. The password is
+ * taken byte for byte. Throws std::invalid_argument for an unknown hash, and what qgtk::encryptKey throws.
  */
 Bytes encryptKeyFile(const Bytes& privateKeyInfo, const std::string& password, const KeyFileForm& form = {});
 
