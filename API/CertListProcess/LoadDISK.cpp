@@ -1,0 +1,5 @@
+#include "LoadDISK.h"
+
+CLoadDISK::CLoadDISK(int /*nLanguage*/, int nTKType, char* /*pszWorkDir*/) : m_nTKType(nTKType) {}
+
+CLoadDISK::~CLoadDISK() = default;

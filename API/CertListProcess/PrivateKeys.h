@@ -1,0 +1,61 @@
+#pragma once
+
+#include "OperationLog.h"
+#include "ToolkitBytes.h"
+#include "quillgate/records.h"
+#include "quillgate/returncodes.h"
+
+/** Where a record keeps one of its two keys, and what a wrong password on it answers. */
+struct KeyFields
+{
+    char (CERTINFO::*encrypted)[4096];
+    int CERTINFO::*encryptedLength;
+    char (CERTINFO::*plain)[4096];
+    int CERTINFO::*plainLength;
+    char (CERTINFO::*path)[1024];
+    int wrongPassword;        /**< code for the toolkit's "wrong password" */
+    const char* changeCallee; /**< callee in the log line of a failed password change */
+};
+
+inline constexpr KeyFields SIGN_KEY = {
+    &CERTINFO::szEncSignKey,  &CERTINFO::nEncSignKeyLen, &CERTINFO::szSignKey,   &CERTINFO::nSignKeyLen,
+    &CERTINFO::szSignKeyPath, CLPERR_WRONG_PASSWORD,     "PriKeyChangePasswd()",
+};
+
+/** Its failed change is logged under another callee's name: readers of the log know it so. */
+inline constexpr KeyFields KM_KEY = {
+    &CERTINFO::szEncKmKey,  &CERTINFO::nEncKmKeyLen, &CERTINFO::szKmKey,        &CERTINFO::nKmKeyLen,
+    &CERTINFO::szKmKeyPath, CLPERR_KM_PASSWORD,      "MediaDiskDeletePriKey()",
+};
+
+/**
+ * Opens a record's key with the toolkit and logs a failure under the tag. 0, the key's code for a wrong
+ * password, CLPERR_KEY_DECRYPT (also for a result that no record can hold), or the toolkit's own number.
+ */
+int decryptKey(const OperationLog& log, const char* tag, const KeyFields& key, const CERTINFO& record,
+               const char* password, ToolkitBytes& plain);
+
+/**
+ * decryptKey with the result stored in the record and, when out is given, handed out as well. A result
+ * without bytes changes nothing. Also QG_NO_MEMORY.
+ */
+int openKey(const OperationLog& log, const char* tag, const KeyFields& key, CERTINFO& record,
+            const char* password, char** out = nullptr, int* outLength = nullptr);
+
+/**
+ * Reads the random value out of the record's plain signing key into the record. 0, CLPERR_NO_KEY_RANDOM, or
+ * CLPERR_KEY_RANDOM_READ, also for a value that no record can hold.
+ */
+int readKeyRandom(const OperationLog& log, const char* tag, CERTINFO& record);
+
+/** Asks the toolkit whether certificate, random value and number belong together. 0, CLPERR_VID_VERIFY. */
+int verifyIdentity(const OperationLog& log, const CERTINFO& record, char* number);
+
+/**
+ * A copy for the host: new char[length + 1], zeroed behind the data, released with CLP_MemFree. 0, or
+ * QG_NO_MEMORY with the outputs untouched. Nothing happens for a length below 1.
+ */
+int handOut(const char* data, int length, char** out, int* outLength);
+
+/** Wipes and frees an array that was handed out and nulls the pointer. 0, or QG_BAD_ARGUMENT for nothing. */
+int freeHandedOut(void** ppv);
