@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
@@ -30,11 +29,11 @@ void copyText(char (&target)[N], const char* source)
 /**
  * Fills exactly `count` bytes: the text, then zeros. A text of `count` bytes or more leaves no terminator,
  * for the operations that promise just that; their callers pass a cleared buffer that is longer than `count`.
+ * The text must not lie in the target.
  */
 inline void copyField(char* target, std::size_t count, std::string_view source)
 {
-    const std::size_t length = std::min(source.size(), count);
-    std::memmove(target, source.data(), length);
+    const std::size_t length = source.copy(target, count);
     std::memset(target + length, 0, count - length);
 }
 
@@ -46,9 +45,7 @@ inline std::size_t joinText(char* target, std::size_t size, std::initializer_lis
 {
     std::size_t length = 0;
     for (std::string_view piece : pieces) {
-        const std::size_t part = std::min(piece.size(), size - 1 - length);
-        std::memcpy(target + length, piece.data(), part);
-        length += part;
+        length += piece.copy(target + length, size - 1 - length);
     }
     target[length] = '\0';
     return length;

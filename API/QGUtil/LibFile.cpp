@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr std::size_t lineLimit = 4094;         // characters in a node; longer lines are split
-constexpr off_t profileLimit = 4 * 1024 * 1024; // bytes; no configuration comes near it
+constexpr std::size_t lineLimit = 4094;          // characters in a node; longer lines are split
+constexpr off_t profileLimit = 4L * 1024 * 1024; // bytes; no configuration comes near it
 
 bool isSpace(char character)
 {
@@ -268,6 +268,3 @@ INT _FreeConfigProfile(ConfigProfileS* poProfile)
     }
     return 0;
 }
-
-ConvertUTF8::ConvertUTF8() = default;
-ConvertUTF8::~ConvertUTF8() = default;

@@ -89,6 +89,6 @@ INT _FreeConfigProfile(ConfigProfileS* poProfile);
 class ConvertUTF8
 {
 public:
-    ConvertUTF8();
-    ~ConvertUTF8();
+    ConvertUTF8() = default;
+    ~ConvertUTF8() = default;
 };

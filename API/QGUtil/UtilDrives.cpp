@@ -121,7 +121,7 @@ void CUtil::GetFolderFilePath(bool bOnlyCount, const char* pszRootPath, const ch
 {
     // Names pass through a conversion that yields nothing. So "." and ".." are not told apart from other
     // folders, folders have empty names, and no file has an extension that could match. Hosts count on it.
-    const ConvertUTF8 converter;
+    [[maybe_unused]] const ConvertUTF8 converter;
     int folders = 0;
     const Directory directory = openDirectory(pszRootPath);
     while (const dirent* entry = directory ? readdir(directory.get()) : nullptr) {
