@@ -36,9 +36,7 @@ using KdfHandle = Handle<EVP_KDF, EVP_KDF_free>;
 using KdfRun = Handle<EVP_KDF_CTX, EVP_KDF_CTX_free>;
 using KeyHandle = Handle<EVP_PKEY, EVP_PKEY_free>;
 using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
-using PlainKeyHandle = Handle<PKCS8_PRIV_KEY_INFO, PKCS8_PRIV_KEY_INFO_free>;
 using StringHandle = Handle<ASN1_STRING, ASN1_STRING_free>;
-using TypeHandle = Handle<ASN1_TYPE, ASN1_TYPE_free>;
 
 /** Takes an object that an OpenSSL allocation gave, or throws std::bad_alloc when it gave none. */
 template <typename H>

@@ -182,19 +182,41 @@ SecretBytes derivePbkdf2(const Crypto& crypto, const X509_ALGOR* keyFunction, st
     return derive(crypto, from, static_cast<std::size_t>(keyLength));
 }
 
+using Pbes2Handle = Handle<PBE2PARAM, PBE2PARAM_free>;
+
+Pbes2Handle pbes2Parameters(const X509_ALGOR* algorithm)
+{
+    auto parameters = parametersOf<Pbes2Handle>(algorithm, ASN1_ITEM_rptr(PBE2PARAM));
+    require(parameters != nullptr, Code::KeyDamaged);
+    return parameters;
+}
+
+const CipherRow& cipherRowOf(const PBE2PARAM* parameters)
+{
+    const ASN1_OBJECT* object = nullptr;
+    X509_ALGOR_get0(&object, nullptr, nullptr, parameters->encryption);
+    return rowOf(cipherRows, object);
+}
+
 CipherSetup setupPbes2(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
                        int maxIterations)
 {
-    const auto parameters =
-        parametersOf<Handle<PBE2PARAM, PBE2PARAM_free>>(algorithm, ASN1_ITEM_rptr(PBE2PARAM));
-    require(parameters != nullptr, Code::KeyDamaged);
-    const ASN1_OBJECT* object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, parameters->encryption);
-    CipherHandle cipher = crypto.cipher(rowOf(cipherRows, object).name);
+    const Pbes2Handle parameters = pbes2Parameters(algorithm);
+    CipherHandle cipher = crypto.cipher(cipherRowOf(parameters.get()).name);
     SecretBytes iv = checkedIv(parameters->encryption, cipher.get());
     SecretBytes key = derivePbkdf2(crypto, parameters->keyfunc, password, maxIterations,
                                    EVP_CIPHER_get_key_length(cipher.get()));
     return {std::move(cipher), std::move(key), std::move(iv)};
+}
+
+/** The scheme's identifier. Throws KeyAlgorithmUnknown for one that is none of the three. */
+std::string schemeOf(const X509_ALGOR* algorithm)
+{
+    const ASN1_OBJECT* object = nullptr;
+    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
+    std::string oid = dottedOid(object);
+    require(oid == oids::pbes2 || oid == oids::pbkdf1Seed || oid == oids::seedCbc, Code::KeyAlgorithmUnknown);
+    return oid;
 }
 
 AlgorithmHandle makePbkdf1(const char* oid, int iterations, Bytes salt)
@@ -233,13 +255,17 @@ AlgorithmHandle makePbes2(const Crypto& crypto, const KeyProtection& protection,
 CipherSetup setupFromAlgorithm(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
                                int maxIterations)
 {
-    const ASN1_OBJECT* object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
-    const std::string oid = dottedOid(object);
-    if (oid == oids::pbes2)
+    const std::string scheme = schemeOf(algorithm);
+    if (scheme == oids::pbes2)
         return setupPbes2(crypto, algorithm, password, maxIterations);
-    require(oid == oids::pbkdf1Seed || oid == oids::seedCbc, Code::KeyAlgorithmUnknown);
-    return setupPbkdf1(crypto, algorithm, password, maxIterations, oid == oids::seedCbc);
+    return setupPbkdf1(crypto, algorithm, password, maxIterations, scheme == oids::seedCbc);
+}
+
+KeyCipher cipherOfAlgorithm(const X509_ALGOR* algorithm)
+{
+    if (schemeOf(algorithm) != oids::pbes2)
+        return KeyCipher::Seed;
+    return cipherRowOf(pbes2Parameters(algorithm).get()).cipher;
 }
 
 AlgorithmHandle makeAlgorithm(const Crypto& crypto, const KeyProtection& protection)

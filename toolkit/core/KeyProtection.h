@@ -21,4 +21,7 @@ CipherSetup setupFromAlgorithm(const Crypto& crypto, const X509_ALGOR* algorithm
 /** Makes the AlgorithmIdentifier of a protection with fresh salt and initial value. Throws as encryptKey. */
 AlgorithmHandle makeAlgorithm(const Crypto& crypto, const KeyProtection& protection);
 
+/** The cipher that an AlgorithmIdentifier names. Throws KeyDamaged, KeyAlgorithmUnknown. */
+KeyCipher cipherOfAlgorithm(const X509_ALGOR* algorithm);
+
 } // namespace qgtk

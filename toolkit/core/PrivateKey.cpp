@@ -27,7 +27,35 @@ bool runCipher(const CipherSetup& setup, ByteView data, bool encrypt, Buffer& re
     return done;
 }
 
+/** Wipes an attribute value that is a bit string, as the random value is. */
+void wipeBits(ASN1_TYPE* value)
+{
+    if (value && value->type == V_ASN1_BIT_STRING)
+        OPENSSL_cleanse(value->value.bit_string->data,
+                        static_cast<std::size_t>(value->value.bit_string->length));
+}
+
+/** Decodes an EncryptedPrivateKeyInfo. Throws KeyDamaged. */
+EncryptedKeyHandle decodeSealedKey(ByteView encrypted)
+{
+    require(encrypted.size() <= maxKeyLength, Code::KeyDamaged);
+    EncryptedKeyHandle sealed = decodeDer<EncryptedKeyHandle>(d2i_X509_SIG, encrypted);
+    require(sealed != nullptr, Code::KeyDamaged);
+    return sealed;
+}
+
 } // namespace
+
+void freePlainKey(PKCS8_PRIV_KEY_INFO* key)
+{
+    const STACK_OF(X509_ATTRIBUTE)* attributes = PKCS8_pkey_get0_attrs(key);
+    for (int i = 0; i < sk_X509_ATTRIBUTE_num(attributes); ++i) {
+        X509_ATTRIBUTE* attribute = sk_X509_ATTRIBUTE_value(attributes, i);
+        for (int j = 0; j < X509_ATTRIBUTE_count(attribute); ++j)
+            wipeBits(X509_ATTRIBUTE_get0_type(attribute, j));
+    }
+    PKCS8_PRIV_KEY_INFO_free(key);
+}
 
 bool isPlainKey(ByteView bytes)
 {
@@ -41,11 +69,17 @@ PlainKeyHandle decodePlainKey(ByteView plain)
     return key;
 }
 
+KeyCipher cipherOfKey(ByteView encrypted)
+{
+    const EncryptedKeyHandle sealed = decodeSealedKey(encrypted);
+    const X509_ALGOR* algorithm = nullptr;
+    X509_SIG_get0(sealed.get(), &algorithm, nullptr);
+    return cipherOfAlgorithm(algorithm);
+}
+
 SecretBytes decryptKey(const Crypto& crypto, ByteView encrypted, std::string_view password, int maxIterations)
 {
-    require(encrypted.size() <= maxKeyLength, Code::KeyDamaged);
-    const EncryptedKeyHandle sealed = decodeDer<EncryptedKeyHandle>(d2i_X509_SIG, encrypted);
-    require(sealed != nullptr, Code::KeyDamaged);
+    const EncryptedKeyHandle sealed = decodeSealedKey(encrypted);
     const X509_ALGOR* algorithm = nullptr;
     const ASN1_OCTET_STRING* content = nullptr;
     X509_SIG_get0(sealed.get(), &algorithm, &content);

@@ -7,6 +7,11 @@
 
 namespace qgtk {
 
+/** Frees a key structure after wiping what OpenSSL would leave: the attributes hold the random value. */
+void freePlainKey(PKCS8_PRIV_KEY_INFO* key);
+
+using PlainKeyHandle = Handle<PKCS8_PRIV_KEY_INFO, freePlainKey>;
+
 /** How the cipher's key and initial value come from the password. */
 enum class KeyScheme
 {
@@ -71,6 +76,9 @@ SecretBytes decryptKey(const Crypto& crypto, ByteView encrypted, std::string_vie
  */
 Bytes encryptKey(const Crypto& crypto, ByteView plain, std::string_view password,
                  const KeyProtection& protection);
+
+/** The cipher that an EncryptedPrivateKeyInfo (DER) names. Throws KeyDamaged, KeyAlgorithmUnknown. */
+KeyCipher cipherOfKey(ByteView encrypted);
 
 /** Says whether the bytes hold a PrivateKeyInfo (DER). */
 bool isPlainKey(ByteView bytes);

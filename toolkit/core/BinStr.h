@@ -1,0 +1,21 @@
+#pragma once
+
+#include "quillgate/binstr.h"
+#include "toolkit/core/Bytes.h"
+
+namespace qgtk {
+
+/** The bytes of an input byte string. Throws BadArgument when it is null, empty or of negative length. */
+ByteView viewOf(const BINSTR* input);
+
+/**
+ * Gives a caller's record a copy of the bytes, with a zero behind them that is not counted. What the record
+ * held is wiped and freed first, so it must have been zeroed when it was made. Throws BadArgument,
+ * OutOfMemory.
+ */
+void assign(BINSTR* output, ByteView bytes);
+
+/** Wipes and frees the bytes and empties the record. An empty record stays as it is. */
+void release(BINSTR* record);
+
+} // namespace qgtk

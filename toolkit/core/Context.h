@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "toolkit/core/Certificate.h"
+#include "toolkit/core/Charset.h"
+#include "toolkit/core/Configuration.h"
+#include "toolkit/core/Crypto.h"
+#include "toolkit/core/Module.h"
+
+namespace qgtk {
+
+/**
+ * What lies behind the pointer that a caller gets: settings, the loaded certificate, the last failure. It
+ * belongs to one thread at a time. OpenSSL's part and the configuration are made when the first operation
+ * needs them.
+ */
+class Context
+{
+public:
+    /** configurationFile is the file in the work directory that holds the settings. */
+    explicit Context(const std::string& configurationFile) : m_configurationFile(configurationFile) {}
+
+    const Crypto& crypto();
+    const Configuration& configuration();
+
+    /** Names another configuration file; an empty path names the first again. Throws FileMissing and its
+     * like. */
+    void useConfigurationFile(const std::string& path);
+
+    /** The certificate between load and unload. Throws CertNotLoaded. */
+    const Certificate& certificate() const;
+    void load(ByteView der) { m_certificate.emplace(der); }
+    void unload() { m_certificate.reset(); }
+
+    Charset& charset() { return m_charset; }
+
+    /** Keeps a certificate list for operations that need issuers; empty: none. Throws CertListDamaged. */
+    void setCaCertificates(ByteView list);
+
+    /** Keeps a failure for errorText. Never throws: without memory the detail is lost. */
+    void note(Code code, const std::string& detail) noexcept;
+
+    /** "<text> (<code>): <detail>" of the last failure, EUC-KR unless English is set; empty before the first.
+     */
+    std::string errorText();
+
+    ModuleHandle module;   /**< the loaded medium */
+    int hashAlgorithm = 4; /**< see checkHashCode */
+    int option = 0;        /**< the caller's; nothing acts on it yet */
+
+private:
+    std::string m_configurationFile;
+    std::string m_otherConfigurationFile;
+    std::optional<Configuration> m_configuration;
+    std::unique_ptr<Crypto> m_crypto;
+    std::optional<Certificate> m_certificate;
+    Bytes m_caCertificates;
+    Charset m_charset;
+    Code m_code = Code::Ok;
+    std::string m_detail;
+};
+
+} // namespace qgtk

@@ -1,0 +1,15 @@
+# qgtk_interface(<target> FILE <file name> PREFIX <symbol prefix> SOURCES <files...>)
+#
+# A loadable library under the exact file name that callers load. Nothing but the operations is exported, so that
+# neither the core's names nor the C++ runtime's unique ones, which would keep the library from ever being
+# unloaded, reach the process.
+function(qgtk_interface target)
+  cmake_parse_arguments(LIBRARY "" "FILE;PREFIX" "SOURCES" ${ARGN})
+  set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
+  file(WRITE "${script}" "{ global: ${LIBRARY_PREFIX}*; local: *; };\n")
+  add_library(${target} MODULE ${LIBRARY_SOURCES})
+  set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME "${LIBRARY_FILE}" SUFFIX ".so"
+    LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/toolkit" LINK_DEPENDS "${script}")
+  target_link_libraries(${target} PRIVATE qgtk_core)
+  target_link_options(${target} PRIVATE "-Wl,--version-script=${script}" -Wl,--no-undefined)
+endfunction()
