@@ -59,3 +59,29 @@ int handOut(const char* data, int length, char** out, int* outLength);
 
 /** Wipes and frees an array that was handed out and nulls the pointer. 0, or QG_BAD_ARGUMENT for nothing. */
 int freeHandedOut(void** ppv);
+
+/** A buffer that was handed out to this library's own code: wiped and freed unless it is given on. */
+struct HandedOut
+{
+    char* data = nullptr;
+    int length = 0;
+
+    HandedOut() = default;
+    ~HandedOut()
+    {
+        void* bytes = data;
+        freeHandedOut(&bytes);
+    }
+    HandedOut(const HandedOut&) = delete;
+    HandedOut& operator=(const HandedOut&) = delete;
+
+    /** Gives the buffer to the caller; an empty one leaves the outputs alone. */
+    void giveTo(char** out, int* outLength)
+    {
+        if (!data)
+            return;
+        *out = data;
+        *outLength = length;
+        data = nullptr;
+    }
+};
