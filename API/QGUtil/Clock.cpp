@@ -16,6 +16,13 @@ std::time_t currentTime()
     return g_clock();
 }
 
+bool currentLocalTime(std::tm& local)
+{
+    tzset(); // localtime_r alone would keep the zone of its first call
+    const std::time_t now = currentTime();
+    return localtime_r(&now, &local) != nullptr;
+}
+
 void setClock(ClockFunction clock)
 {
     g_clock = clock ? clock : systemTime;

@@ -24,11 +24,10 @@ void writeToFile(OpenFile& file, const char* stamp, const char* message)
 void writeLog(LogSink sink, const char* path, const char* format, va_list arguments)
 {
     const int callersErrno = errno;
-    const std::time_t now = currentTime();
     std::tm local{};
     char stamp[20];
     OpenFile file(path, O_RDWR | O_CREAT | O_APPEND);
-    if ((file.isRegular() || file.isDevice()) && localtime_r(&now, &local) &&
+    if ((file.isRegular() || file.isDevice()) && currentLocalTime(local) &&
         std::strftime(stamp, sizeof(stamp), "%Y-%m-%d %H:%M:%S", &local) > 0) {
         char message[4096];
         std::vsnprintf(message, sizeof(message), format, arguments);

@@ -22,11 +22,61 @@ tm localTime(time_t time)
     return fields;
 }
 
-/** Local standard time to an instant: daylight saving never counts in a certificate's dates. */
+/**
+ * As mktime, which looks at the zone's file at every call; that costs several times the rest of a judgement,
+ * and a list of certificates needs thousands. So the offset is guessed, and mktime asked only when the guess
+ * fails (around a change of the clocks, in summer, for dates out of range). The caller has called tzset.
+ */
+time_t toInstant(tm fields)
+{
+    tm asWritten = fields;
+    const time_t asUtc = timegm(&asWritten);
+    const time_t guess = asUtc - localTime(asUtc).tm_gmtoff;
+    const tm found = localTime(guess);
+    if (asUtc != -1 && found.tm_isdst == fields.tm_isdst && guess + found.tm_gmtoff == asUtc)
+        return guess;
+    return mktime(&fields);
+}
+
+/** Local standard time to an instant: summer time never counts in a certificate's dates. */
 time_t standardTime(tm fields)
 {
     fields.tm_isdst = 0;
-    return mktime(&fields);
+    return toInstant(fields);
+}
+
+/** Reads the six numbers of a date; returns the number of the first that is missing, from 1, or 0. */
+int splitDate(const char* date, int (&fields)[6])
+{
+    char text[30] = {};
+    copyText(text, date);
+    char* state = nullptr;
+    for (int i = 0; i < 6; ++i) {
+        const char* field = strtok_r(i == 0 ? text : nullptr, "-: ", &state);
+        if (!field)
+            return i + 1;
+        fields[i] = std::atoi(field);
+    }
+    return 0;
+}
+
+/** str2time in the zone that tzset has set. */
+time_t parseTime(const char* date)
+{
+    if (!date || !*date || std::strlen(date) > 29)
+        return QG_BAD_ARGUMENT;
+    int fields[6] = {};
+    if (const int missing = splitDate(date, fields))
+        return missing;
+    tm broken{};
+    __builtin_sub_overflow(fields[0], 1900, &broken.tm_year);
+    __builtin_sub_overflow(fields[1], 1, &broken.tm_mon);
+    broken.tm_mday = fields[2];
+    broken.tm_hour = fields[3];
+    broken.tm_min = fields[4];
+    broken.tm_sec = fields[5];
+    const time_t time = standardTime(broken);
+    return time == -1 ? 6 : time;
 }
 
 void formatDate(const tm& date, char* out, int size)
@@ -51,8 +101,7 @@ time_t renewalLimit(time_t now, int days)
 {
     tm limit = localTime(now);
     limit.tm_mday += days;
-    mktime(&limit);
-    return standardTime(limit);
+    return standardTime(localTime(toInstant(limit)));
 }
 
 constexpr bool isLeapYear(int year)
@@ -83,7 +132,8 @@ long daysBeforeMonth(int month)
 /** Today in local time with the full year and a month from 1. */
 tm today()
 {
-    tm now = localTime(currentTime());
+    tm now{};
+    currentLocalTime(now);
     now.tm_year += 1900;
     now.tm_mon += 1;
     return now;
@@ -93,34 +143,16 @@ tm today()
 
 time_t CUtil::str2time(const char* pszDate)
 {
-    if (!pszDate || !*pszDate || std::strlen(pszDate) > 29)
-        return QG_BAD_ARGUMENT;
-    char text[30] = {};
-    copyText(text, pszDate);
-    int fields[6] = {};
-    char* state = nullptr;
-    for (int i = 0; i < 6; ++i) {
-        const char* field = strtok_r(i == 0 ? text : nullptr, "-: ", &state);
-        if (!field)
-            return i + 1;
-        fields[i] = std::atoi(field);
-    }
-    tm date{};
-    __builtin_sub_overflow(fields[0], 1900, &date.tm_year);
-    __builtin_sub_overflow(fields[1], 1, &date.tm_mon);
-    date.tm_mday = fields[2];
-    date.tm_hour = fields[3];
-    date.tm_min = fields[4];
-    date.tm_sec = fields[5];
-    const time_t time = standardTime(date);
-    return time == -1 ? 6 : time;
+    tzset();
+    return parseTime(pszDate);
 }
 
 int CUtil::GetCurrentTimeDay(char* szOutTime)
 {
     if (!szOutTime)
         return 0;
-    const tm now = localTime(currentTime());
+    tm now{};
+    currentLocalTime(now);
     char text[64];
     const std::size_t length = std::strftime(text, sizeof(text), "%Y_%m_%d_%H_%M_%S", &now);
     copyField(szOutTime, 8, {text, length});
@@ -132,9 +164,10 @@ int CUtil::GetValidity(bool b1024, int nCertType, const char* pszOID, const char
                        char* pszOutAfterDay, int* nRemainDay, int* nOutValidity)
 {
     const time_t now = currentTime();
-    const time_t after = str2time(pszAfter);
+    tzset();
+    const time_t after = parseTime(pszAfter);
     const tm end = localTime(after);
-    formatDate(localTime(str2time(pszBefore)), pszOutBeforeDay, nOutBeforeLen);
+    formatDate(localTime(parseTime(pszBefore)), pszOutBeforeDay, nOutBeforeLen);
     formatDate(end, pszOutAfterDay, nOutAfterLen);
 
     int state = b1024 ? CERTSTATE_VALID_1024 : CERTSTATE_VALID;

@@ -117,6 +117,29 @@ TEST(Str2time, FollowsTheZoneThatTheHostSets)
     EXPECT_EQ(CUtil::str2time("1970-01-02 09:00:00"), 86400 + 9 * 3600);
 }
 
+TEST(Str2time, AgreesWithTheSystemsCalendarInEveryZone)
+{
+    for (const char* zone :
+         {"Asia/Seoul", "UTC", "America/New_York", "Australia/Lord_Howe", "Asia/Kathmandu"}) {
+        const ScopedTimeZone there(zone);
+        for (time_t time = 0; time < 4102444800; time += 40 * 3600 + 1234) {
+            tm fields = *localtime(&time);
+            char text[32];
+            strftime(text, sizeof(text), "%Y-%m-%d %H:%M:%S", &fields);
+            fields.tm_isdst = 0;
+            ASSERT_EQ(CUtil::str2time(text), mktime(&fields)) << zone << " " << text;
+        }
+    }
+}
+
+TEST(Str2time, FollowsAZoneThatIsOnlySetInTheEnvironment)
+{
+    const ScopedTimeZone restoredLater("Asia/Seoul");
+    EXPECT_EQ(CUtil::str2time("1970-01-02 09:00:00"), 86400);
+    setenv("TZ", "UTC", 1);
+    EXPECT_EQ(CUtil::str2time("1970-01-02 09:00:00"), 86400 + 9 * 3600);
+}
+
 TEST(GetCurrentTimeDay, GivesEightCharactersWithoutATerminator)
 {
     const StoppedClock clock(2026, 1, 9);
@@ -224,6 +247,15 @@ TEST(GetValidity, KeepsTheWindowAcrossSummerTime)
     EXPECT_EQ(validity(false, 2, "2026-03-31 12:00:01").state, 4);
     EXPECT_EQ(validity(false, 2, "2026-03-31 13:00:00").state, 4);
     EXPECT_EQ(validity(false, 2, "2026-03-31 13:00:01").state, 3);
+}
+
+TEST(GetValidity, KeepsTheWindowFromSummerToWinter)
+{
+    // Noon of summer time 30 days on is eleven by the clocks of winter.
+    const ScopedTimeZone newYork("America/New_York");
+    const StoppedClock clock(2026, 10, 20, 12);
+    EXPECT_EQ(validity(false, 2, "2026-11-19 11:00:00").state, 4);
+    EXPECT_EQ(validity(false, 2, "2026-11-19 11:00:01").state, 3);
 }
 
 TEST(CalcDay, CountsAcrossTheYear)
