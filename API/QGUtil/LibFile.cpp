@@ -57,8 +57,7 @@ public:
 
     bool add(std::string_view line)
     {
-        // Binary content: as everywhere in C text, a line ends at its first zero byte.
-        *m_end = newNode({line.substr(0, line.find('\0'))});
+        *m_end = newNode({line});
         if (!*m_end)
             return false;
         m_end = &(*m_end)->pNext;
