@@ -36,15 +36,6 @@ fs::path mpkiDirectory(const fs::path& root, Spelling spelling)
     throw fs::filesystem_error("cannot write", path, std::error_code(error, std::generic_category()));
 }
 
-void makePrivateDirectory(const fs::path& path)
-{
-    if (path.empty() || fs::is_directory(path))
-        return;
-    makePrivateDirectory(path.parent_path());
-    if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
-        fail(path);
-}
-
 /** Writes the whole of the bytes; 0 or the error number. */
 int writeAll(int file, std::string_view bytes)
 {
@@ -66,6 +57,15 @@ void writePair(const FilePair& pair, const fs::path& certificate, const fs::path
 }
 
 } // namespace
+
+void makePrivateDirectory(const fs::path& path)
+{
+    if (path.empty() || fs::is_directory(path))
+        return;
+    makePrivateDirectory(path.parent_path());
+    if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+        fail(path);
+}
 
 void writePrivateFile(const fs::path& path, const Bytes& bytes)
 {

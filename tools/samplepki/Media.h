@@ -70,6 +70,9 @@ std::filesystem::path writeHolderFiles(const std::filesystem::path& directory, c
 std::filesystem::path writeFlatFiles(const std::filesystem::path& directory, const std::string& name,
                                      const Holder& holder, Spelling spelling = Spelling::Usual);
 
+/** Makes a directory and those above it with mode 0700; those that exist stay as they are. */
+void makePrivateDirectory(const std::filesystem::path& path);
+
 /** Writes one file with mode 0600, and its directories with 0700. */
 void writePrivateFile(const std::filesystem::path& path, const Bytes& bytes);
 
