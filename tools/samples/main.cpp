@@ -40,12 +40,12 @@ void declareArguments(CLI::App& app, Arguments& arguments)
 std::vector<fs::path> writeSamples(const Arguments& arguments)
 {
     Target target(arguments.directory);
+    writeWorkDirectory(arguments.workDirectory, target.staging());
     const SampleSet samples = makeSamples(arguments.samples);
     std::vector<fs::path> places = writeHome(target.staging() / "home", samples);
     for (auto& place : places)
         place = fs::relative(place, target.staging());
     writeAuthorities(target.staging() / "ca", samples);
-    writeWorkDirectory(arguments.workDirectory, target.staging());
     target.publish();
     return places;
 }
