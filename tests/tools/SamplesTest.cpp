@@ -365,8 +365,9 @@ TEST_F(Samples, TheWorkDirectoryIsComplete)
     for (const auto& entry : fs::directory_iterator(QUILLGATE_WORKDIR))
         expected.insert(entry.path().filename().string());
     EXPECT_EQ(namesBelow(directory / "work"), expected);
-    for (const char* name : {"KOR.ini", "ENG.ini", "IssuerOid.conf", "IssuerOid_Eng.conf",
-                             "ZRCToolkitV30.conf", "gpkiapi.conf", "zrapilog.ini"})
+    for (const char* name :
+         {"KOR.ini", "ENG.ini", "IssuerOid.conf", "IssuerOid_Eng.conf", "ZRCToolkitV30.conf", "gpkiapi.conf",
+          "zrapilog.ini", "libZRToolkitV30-v3.4.2.20.so", "libgpkiapi_v15.so"})
         EXPECT_TRUE(expected.contains(name)) << name;
     for (const char* name : {"ZRCToolkitV30.conf", "gpkiapi.conf"})
         EXPECT_EQ(readFile(directory.string() + "/work\\" + name), readFile(directory / "work" / name));
