@@ -4,8 +4,8 @@
 #include <ostream>
 #include <stdexcept>
 
-#include "samplepki/Der.h"
 #include "TestHome.h"
+#include "samplepki/Der.h"
 
 using qgtk::Code;
 

@@ -109,9 +109,13 @@ inline int number(qgtk::Code code)
 }
 
 /** Text as an argument: the interfaces take it without const. */
+inline char* text(const char* value)
+{
+    return const_cast<char*>(value);
+}
 inline char* text(const std::string& value)
 {
-    return const_cast<char*>(value.c_str());
+    return text(value.c_str());
 }
 
 /** UTF-8 as EUC-KR. */

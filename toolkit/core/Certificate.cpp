@@ -145,6 +145,18 @@ int curveBits(const X509_ALGOR* algorithm)
     return group ? EC_GROUP_get_degree(group.get()) : 0;
 }
 
+/** Splits a SubjectPublicKeyInfo. Throws CertDamaged. */
+PublicKeyParts splitPublicKey(ByteView der)
+{
+    const Handle<RawPublicKey, freeRawPublicKey> raw(
+        decodeRaw<RawPublicKey>(der, ASN1_ITEM_rptr(RawPublicKey)));
+    require(raw != nullptr, Code::CertDamaged);
+    const ByteView bits = contentOf(raw->bits);
+    AlgorithmHandle algorithm(raw->algorithm);
+    raw->algorithm = nullptr;
+    return {std::move(algorithm), Bytes(bits.begin(), bits.end())};
+}
+
 } // namespace
 
 void freeCertificateParts(CertificateParts* parts)
@@ -206,6 +218,13 @@ ByteView Certificate::publicKeyDer() const
     return contentOf(m_parts->body->key);
 }
 
+const PublicKeyParts& Certificate::publicKey() const
+{
+    if (!m_publicKey)
+        m_publicKey = splitPublicKey(publicKeyDer());
+    return *m_publicKey;
+}
+
 const STACK_OF(X509_EXTENSION) * Certificate::extensions() const
 {
     return m_parts->body->extensions;
@@ -217,17 +236,6 @@ std::size_t certificateLength(ByteView bytes)
     const PartsHandle parts(decodeRaw<CertificateParts>(rest, ASN1_ITEM_rptr(CertificateParts)));
     require(parts != nullptr, Code::CertDamaged);
     return bytes.size() - rest.size();
-}
-
-PublicKeyParts splitPublicKey(ByteView der)
-{
-    const Handle<RawPublicKey, freeRawPublicKey> raw(
-        decodeRaw<RawPublicKey>(der, ASN1_ITEM_rptr(RawPublicKey)));
-    require(raw != nullptr, Code::CertDamaged);
-    const ByteView bits = contentOf(raw->bits);
-    AlgorithmHandle algorithm(raw->algorithm);
-    raw->algorithm = nullptr;
-    return {std::move(algorithm), Bytes(bits.begin(), bits.end())};
 }
 
 int publicKeyBits(const PublicKeyParts& key)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ctime>
+#include <optional>
 
 #include "toolkit/core/Handles.h"
 
@@ -8,6 +9,13 @@ namespace qgtk {
 
 struct CertificateParts;
 void freeCertificateParts(CertificateParts* parts);
+
+/** Algorithm identifier and key bits of a SubjectPublicKeyInfo, undecoded. */
+struct PublicKeyParts
+{
+    AlgorithmHandle algorithm;
+    Bytes bits; /**< content of the bit string */
+};
 
 /**
  * A certificate that is only read. Its public key stays bytes: decoding it takes OpenSSL thirty times as long
@@ -36,6 +44,9 @@ public:
     /** SubjectPublicKeyInfo, DER. */
     ByteView publicKeyDer() const;
 
+    /** Its parts, split at the first call. Throws CertDamaged. */
+    const PublicKeyParts& publicKey() const;
+
     /** All extensions; null when there are none. */
     const STACK_OF(X509_EXTENSION) * extensions() const;
 
@@ -45,20 +56,11 @@ public:
 private:
     Bytes m_der;
     Handle<CertificateParts, freeCertificateParts> m_parts;
+    mutable std::optional<PublicKeyParts> m_publicKey;
 };
 
 /** Bytes that the certificate at the head of some bytes takes. Throws CertDamaged. */
 std::size_t certificateLength(ByteView bytes);
-
-/** Algorithm identifier and key bits of a SubjectPublicKeyInfo, undecoded. */
-struct PublicKeyParts
-{
-    Handle<X509_ALGOR, X509_ALGOR_free> algorithm;
-    Bytes bits; /**< content of the bit string */
-};
-
-/** Splits a SubjectPublicKeyInfo. Throws CertDamaged. */
-PublicKeyParts splitPublicKey(ByteView der);
 
 /** Length of the key in bits: of the modulus, or of the curve's field. */
 int publicKeyBits(const PublicKeyParts& key);

@@ -128,17 +128,17 @@ std::string validityOf(const Certificate& certificate, Charset& charset)
 
 std::string publicKeyAlgorithmOf(const Certificate& certificate, Charset&)
 {
-    return algorithmText(splitPublicKey(certificate.publicKeyDer()).algorithm.get());
+    return algorithmText(certificate.publicKey().algorithm.get());
 }
 
 std::string publicKeyLengthOf(const Certificate& certificate, Charset&)
 {
-    return std::to_string(publicKeyBits(splitPublicKey(certificate.publicKeyDer()))) + " Bits";
+    return std::to_string(publicKeyBits(certificate.publicKey())) + " Bits";
 }
 
 std::string publicKeyOf(const Certificate& certificate, Charset&)
 {
-    return hexText(splitPublicKey(certificate.publicKeyDer()).bits);
+    return hexText(certificate.publicKey().bits);
 }
 
 } // namespace qgtk

@@ -10,7 +10,6 @@ namespace qgtk {
 namespace {
 
 using AccessHandle = Handle<AUTHORITY_INFO_ACCESS, AUTHORITY_INFO_ACCESS_free>;
-using AuthorityKeyHandle = Handle<AUTHORITY_KEYID, AUTHORITY_KEYID_free>;
 using BitsHandle = Handle<ASN1_BIT_STRING, ASN1_BIT_STRING_free>;
 using ConstraintsHandle = Handle<BASIC_CONSTRAINTS, BASIC_CONSTRAINTS_free>;
 using NamesHandle = Handle<GENERAL_NAMES, GENERAL_NAMES_free>;
@@ -230,19 +229,6 @@ std::string subjectAltNameOf(const Certificate& certificate, Charset& charset)
 std::string issuerAltNameOf(const Certificate& certificate, Charset& charset)
 {
     return altNameText(certificate, NID_issuer_alt_name, charset);
-}
-
-std::string authorityKeyIdOf(const Certificate& certificate, Charset& charset)
-{
-    const auto id = extensionOf<AuthorityKeyHandle>(certificate, NID_authority_key_identifier);
-    std::string text;
-    if (id && id->keyid)
-        append(text, "KeyID: " + hexText(contentOf(id->keyid)), newLine);
-    for (int i = 0; id && i < sk_GENERAL_NAME_num(id->issuer); ++i)
-        append(text, "Issuer: " + bareNameText(sk_GENERAL_NAME_value(id->issuer, i), charset), newLine);
-    if (id && id->serial)
-        append(text, "SerialNumber: " + hexText(contentOf(id->serial)), newLine);
-    return text;
 }
 
 std::string subjectKeyIdOf(const Certificate& certificate, Charset&)
