@@ -46,17 +46,17 @@ void PasswordEdit::wipeText() const
     wipe(const_cast<QChar*>(held.constData()), static_cast<std::size_t>(held.capacity()) * sizeof(QChar));
 }
 
-/** Gives the line edit an empty text with a large buffer; setText() also empties the undo list. */
+/** Overwrites the undo list, which setText() empties without clearing it, and makes room for the next text.
+ */
 void PasswordEdit::reserve()
 {
     const QSignalBlocker quiet(this);
-    {
-        QString filler;
-        filler.reserve(reservedLength);
-        filler.fill(QLatin1Char(' '), historyLength);
-        setText(filler);
-    }
+    setText(QString(historyLength, QLatin1Char(' ')));
     clear();
+    // Only an empty text that brings its room along is taken over as it is.
+    QString room;
+    room.reserve(reservedLength);
+    setText(room);
 }
 
 WipedBytes::~WipedBytes()
