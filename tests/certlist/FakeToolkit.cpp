@@ -1,0 +1,288 @@
+#include "FakeToolkit.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <stdexcept>
+
+#include "TestHome.h"
+#include "quillgate/toolkit.h"
+
+namespace {
+
+FakeToolkit* s_current = nullptr;
+
+FakeToolkit& fake()
+{
+    return FakeToolkit::current();
+}
+
+std::string bytesOf(const BINSTR* bytes)
+{
+    return bytes && bytes->pData ? std::string(reinterpret_cast<char*>(bytes->pData), bytes->nLen) : "";
+}
+
+void fill(BINSTR* bytes, const std::string& data)
+{
+    delete[] bytes->pData;
+    bytes->pData = new unsigned char[data.size() + 1]();
+    bytes->nLen = static_cast<int>(data.size());
+    std::memcpy(bytes->pData, data.data(), data.size());
+}
+
+void fillText(char* target, int size, const std::string& text)
+{
+    std::memcpy(target, text.c_str(), std::min<size_t>(text.size() + 1, static_cast<size_t>(size)));
+}
+
+/** All text getters: the text that the test gave, in the size that the caller told. */
+int getText(const char* name, int size, char* target)
+{
+    if (const int code = fake().call(name, std::to_string(size)))
+        return code;
+    fillText(target, size, fake().text(name));
+    return 0;
+}
+
+} // namespace
+
+FakeToolkit::FakeToolkit()
+{
+    s_current = this;
+    texts = {{"CertGetVersion", "3"},
+             {"CertGetSerialNum", "0a1b"},
+             {"CertGetSignatureAlgorithm", "sha256WithRSAEncryption"},
+             {"CertGetSubjectName", "cn=holder,ou=people,o=yessign,c=kr"},
+             {"CertGetUID", "holder"},
+             {"CertGetIssuerName", "cn=yessignCA,ou=AccreditedCA,o=yessign,c=kr"},
+             {"CertGetValidity.from", "2025-01-01 00:00:00"},
+             {"CertGetValidity.to", "2027-01-01 00:00:00"},
+             {"CertGetPubKeyInfo.algorithm", "rsaEncryption"},
+             {"CertGetPubKeyInfo.length", "2048 Bits"},
+             {"CertGetPubKeyInfo.key", "30 82"},
+             {"CertGetKeyUsage", "digitalSignature"},
+             {"CertGetCRLDP", "ldap://crl"},
+             {"CertGetCertPolicy", "policy text"},
+             {"CertGetPolicyID", "1 2 410 200005 1 1 1"},
+             {"CertGetAuthKeyID", "aki"},
+             {"CertGetSubKeyID", "ski"},
+             {"CertGetSubjectAltName", "san"},
+             {"CertGetAIA", "aia"}};
+}
+
+FakeToolkit::~FakeToolkit()
+{
+    s_current = nullptr;
+}
+
+FakeToolkit& FakeToolkit::current()
+{
+    if (!s_current)
+        throw std::logic_error("the test has no FakeToolkit");
+    return *s_current;
+}
+
+int FakeToolkit::call(const std::string& name, const std::string& arguments)
+{
+    calls.push_back(name + "(" + arguments + ")");
+    const auto failure = failures.find(name);
+    return failure == failures.end() ? 0 : failure->second;
+}
+
+std::string FakeToolkit::text(const std::string& getter)
+{
+    const auto own = certificateTexts.find(certificate);
+    if (own != certificateTexts.end() && own->second.count(getter))
+        return own->second[getter];
+    return texts.count(getter) ? texts[getter] : "";
+}
+
+int FakeToolkit::count(const std::string& beginning) const
+{
+    return static_cast<int>(std::count_if(calls.begin(), calls.end(), [&](const std::string& call) {
+        return call.compare(0, beginning.size(), beginning) == 0;
+    }));
+}
+
+int ZR_Initalize(void** pContext, int nAPIType, char* pszWorkDir, char* sofilename)
+{
+    const int code =
+        fake().call("ZR_Initalize", std::to_string(nAPIType) + "," + pszWorkDir + "," + sofilename);
+    if (!*pContext) {
+        *pContext = new int(1);
+        ++fake().contexts;
+    }
+    return code;
+}
+
+void ZR_Finish(void* pContext)
+{
+    if (!pContext)
+        return;
+    --fake().contexts;
+    delete static_cast<int*>(pContext);
+}
+
+int ZR_GetErrInfo(void*, int nAllocLen, char* pszErrorMsg)
+{
+    fillText(pszErrorMsg, nAllocLen, "toolkit says no");
+    return 0;
+}
+
+int ZR_BINSTR_Create(void*, BINSTR* pBinstr)
+{
+    ++fake().liveBytes;
+    *pBinstr = {};
+    return 0;
+}
+
+int ZR_BINSTR_Delete(void*, BINSTR* pBinstr)
+{
+    --fake().liveBytes;
+    delete[] pBinstr->pData;
+    *pBinstr = {};
+    return 0;
+}
+
+int ZR_BINSTR_SetData(void*, unsigned char* pszData, int nLen, BINSTR* pBinstr)
+{
+    if (!pszData || nLen == 0)
+        return QG_BAD_ARGUMENT;
+    fill(pBinstr, std::string(reinterpret_cast<char*>(pszData), static_cast<size_t>(nLen)));
+    return 0;
+}
+
+int CertLoad(void*, BINSTR* pBinCert)
+{
+    if (const int code = fake().call("CertLoad", bytesOf(pBinCert)))
+        return code;
+    fake().certificate = bytesOf(pBinCert);
+    ++fake().loaded;
+    return 0;
+}
+
+int CertUnLoad(void*)
+{
+    --fake().loaded;
+    return fake().call("CertUnLoad");
+}
+
+#define TEXT_GETTER(name)                                                                                    \
+    int name(void*, int nAllocLen, char* text)                                                               \
+    {                                                                                                        \
+        return getText(#name, nAllocLen, text);                                                              \
+    }
+
+TEXT_GETTER(CertGetUID)
+TEXT_GETTER(CertGetVersion)
+TEXT_GETTER(CertGetSerialNum)
+TEXT_GETTER(CertGetSignatureAlgorithm)
+TEXT_GETTER(CertGetIssuerName)
+TEXT_GETTER(CertGetSubjectName)
+TEXT_GETTER(CertGetKeyUsage)
+TEXT_GETTER(CertGetCertPolicy)
+TEXT_GETTER(CertGetPolicyID)
+TEXT_GETTER(CertGetSubjectAltName)
+TEXT_GETTER(CertGetAuthKeyID)
+TEXT_GETTER(CertGetSubKeyID)
+TEXT_GETTER(CertGetCRLDP)
+TEXT_GETTER(CertGetAIA)
+
+int CertGetValidity(void*, int nFromAllocLen, char* pszFrom, int nToAllocLen, char* pszTo)
+{
+    if (const int code =
+            fake().call("CertGetValidity", std::to_string(nFromAllocLen) + "," + std::to_string(nToAllocLen)))
+        return code;
+    fillText(pszFrom, nFromAllocLen, fake().text("CertGetValidity.from"));
+    fillText(pszTo, nToAllocLen, fake().text("CertGetValidity.to"));
+    return 0;
+}
+
+int CertGetPubKeyInfo(void*, char* szPubKeyAlg, char* szPubKeyLen, int nAllocLen, char* pszPubKey, BINSTR*)
+{
+    if (const int code = fake().call("CertGetPubKeyInfo", std::to_string(nAllocLen)))
+        return code;
+    fillText(szPubKeyAlg, 50, fake().text("CertGetPubKeyInfo.algorithm"));
+    fillText(szPubKeyLen, 20, fake().text("CertGetPubKeyInfo.length"));
+    fillText(pszPubKey, nAllocLen, fake().text("CertGetPubKeyInfo.key"));
+    return 0;
+}
+
+int MediaDiskReadFile(void*, char* pszFilePath, BINSTR* pBinData)
+{
+    if (fake().onRead)
+        fake().onRead(pszFilePath);
+    if (const int code = fake().call("MediaDiskReadFile", pszFilePath))
+        return code;
+    std::ifstream in(pszFilePath, std::ios::binary);
+    if (!in)
+        return 1100;
+    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (!bytes.empty())
+        fill(pBinData, bytes);
+    return 0;
+}
+
+int MediaDiskWriteFile(void*, char* pszFilePath, BINSTR* pBinData)
+{
+    if (const int code =
+            fake().call("MediaDiskWriteFile", std::string(pszFilePath) + "," + bytesOf(pBinData)))
+        return code;
+    writeFile(pszFilePath, bytesOf(pBinData));
+    return 0;
+}
+
+int PriKeyEncrypt(void*, int nSymAlg, char* pszPasswd, BINSTR* pBinPriKey, BINSTR* pBinEncPriKey)
+{
+    if (const int code = fake().call("PriKeyEncrypt", std::to_string(nSymAlg) + "," + pszPasswd))
+        return code;
+    fill(pBinEncPriKey, std::string(pszPasswd) + ":" + bytesOf(pBinPriKey));
+    return 0;
+}
+
+int PriKeyDecrypt(void*, char* pszPasswd, BINSTR* pBinEncPriKey, BINSTR* pBinPriKey)
+{
+    const std::string encrypted = bytesOf(pBinEncPriKey);
+    if (const int code = fake().call("PriKeyDecrypt", std::string(pszPasswd) + "," + encrypted))
+        return code;
+    if (encrypted.empty())
+        return QG_BAD_ARGUMENT;
+    if (fake().decrypt)
+        return fill(pBinPriKey, fake().decrypt(pszPasswd, encrypted)), 0;
+    const std::string lead = std::string(pszPasswd) + ":";
+    if (encrypted.compare(0, lead.size(), lead) != 0)
+        return TOOLKIT_WRONG_PASSWORD;
+    fill(pBinPriKey, encrypted.substr(lead.size()));
+    return 0;
+}
+
+int PriKeyChangePasswd(void* pContext, char* pszOldPasswd, char* pszNewPasswd, BINSTR* pBinPriKey,
+                       BINSTR* pBinNewPriKey)
+{
+    if (const int code = fake().call("PriKeyChangePasswd", bytesOf(pBinPriKey)))
+        return code;
+    BINSTR plain{};
+    int code = PriKeyDecrypt(pContext, pszOldPasswd, pBinPriKey, &plain);
+    if (code == 0)
+        code = PriKeyEncrypt(pContext, 64, pszNewPasswd, &plain, pBinNewPriKey);
+    delete[] plain.pData;
+    return code;
+}
+
+int VIDGetRandomFromPriKey(void*, BINSTR* pBinPriKey, BINSTR* pBinRandom)
+{
+    const std::string key = bytesOf(pBinPriKey);
+    if (const int code = fake().call("VIDGetRandomFromPriKey", key))
+        return code;
+    if (key.empty())
+        return QG_BAD_ARGUMENT;
+    if (key.compare(0, 2, "R:") != 0)
+        return TOOLKIT_NO_KEY_RANDOM;
+    fill(pBinRandom, key.substr(2));
+    return 0;
+}
+
+int VIDVerify(void*, BINSTR* pBinCert, BINSTR* pBinRandom, char* pszIDN)
+{
+    return fake().call("VIDVerify", bytesOf(pBinCert) + "," + bytesOf(pBinRandom) + "," + pszIDN);
+}

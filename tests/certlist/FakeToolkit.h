@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+/**
+ * A toolkit in place of the access layer: it plays a certificate out of texts, counts what is created and
+ * deleted, records the calls with their arguments, and fails where a test says so.
+ *
+ * Files are read as they are. An encrypted key is "password:key"; a plain key "R:value" holds the random
+ * "value". One instance a test, made before the session.
+ */
+class FakeToolkit
+{
+public:
+    FakeToolkit();
+    ~FakeToolkit();
+
+    /** The instance of the running test; the flat functions reach it. */
+    static FakeToolkit& current();
+
+    /** Code that a flat function answers instead of working, by its name. */
+    std::map<std::string, int> failures;
+
+    /** Text that a getter gives, by its name. A getter without one gives nothing. */
+    std::map<std::string, std::string> texts;
+
+    /** Texts for one certificate, by the bytes of its file; they come before the others. */
+    std::map<std::string, std::map<std::string, std::string>> certificateTexts;
+
+    /** Calls in order, "Name(arguments)", byte strings as their bytes. */
+    std::vector<std::string> calls;
+
+    /** Runs before a file is read, with its path. */
+    std::function<void(const std::string&)> onRead;
+
+    /** Decrypted key in place of the true one. */
+    std::function<std::string(const std::string& password, const std::string& encrypted)> decrypt;
+
+    int liveBytes = 0; /**< byte strings created and not deleted */
+    int loaded = 0;    /**< certificates loaded and not unloaded */
+    int contexts = 0;  /**< contexts started and not finished */
+
+    /** Records a call; its failure code, or 0. */
+    int call(const std::string& name, const std::string& arguments = {});
+
+    /** Text of a getter for the loaded certificate. */
+    std::string text(const std::string& getter);
+
+    /** Number of recorded calls that begin so. */
+    int count(const std::string& beginning) const;
+
+    std::string certificate; /**< bytes of the loaded certificate */
+};
