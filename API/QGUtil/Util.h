@@ -13,6 +13,8 @@ enum
     LANGUAGE_ENGLISH = 2
 };
 
+class CBinary;
+
 /** A calendar date. */
 struct Calc
 {
@@ -94,6 +96,9 @@ public:
      */
     static int ReplaceAll(const char* pData, const char* pOlds, const char* pNews, int nLen,
                           char* pszOutData);
+
+    /** The same into a byte buffer. */
+    static int ReplaceAll(const char* pData, const char* pOlds, const char* pNews, CBinary* binyOut);
 
     /** Not available: null. */
     static char* WtoA(wchar_t* pwszData);
@@ -265,6 +270,47 @@ public:
      * @return 0, -1 when there is none, -2 when the directory can't be opened
      */
     static int findDirectoryAndFile(const char* rootPath, const char* targetName, char* result);
+
+    /* --- Byte buffers (UtilBinary.cpp); a part that is not within the source gives no bytes --- */
+
+    /** The first nCount bytes; nCount bytes from nStartPos; the last nCount bytes. Their copies are wiped. */
+    static void BinaryLeft(CBinary binySrc, CBinary* binyDest, int nCount);
+    static void BinaryMid(CBinary binySrc, CBinary* binyDest, int nStartPos, int nCount);
+    static void BinaryRight(CBinary binySrc, CBinary* binyDest, int nCount);
+
+    /**
+     * Counts the occurrences of a text, overlapping ones too.
+     *
+     * @param nLastPos receives the position of the last one; that position plus 1 when there is only one; -1
+     * for none
+     */
+    static int BinaryFindCount(CBinary binySrc, const char* szdata, int& nLastPos);
+
+    /**
+     * Position of a text from nSPos on, counted from the start of the buffer, or -1. From 0 the whole buffer
+     * is searched; from any other position only up to the next zero byte.
+     */
+    static int BinaryFind2(const CBinary& binySrc, const char* szFstr, int nSPos);
+
+    /** Counts the finds of a text by BinaryFind2, going on one byte behind each. */
+    static void ParingFindCnt(const CBinary& binyData, const char* pszFind, int* nCount);
+
+    /**
+     * Counts the lines of a text, stepping by the longest line so far: of lines that get shorter it may miss
+     * some. A line feed as the first character does not count. nInDataLen and pszFind play no role.
+     */
+    static void ParingFindCnt(const char* pszInData, int nInDataLen, const char* pszFind, int* nCount);
+
+    /* --- INI objects (UtilIni.cpp) --- */
+
+    /**
+     * Adds the settings of a text to a CIniFile, which is made when *object is null. What can't be read is
+     * passed over. 0; 10003 when memory ran out; 10004 for a null object. Freed with INIFreeData.
+     */
+    static int INIReadData(const char* pszData, void** object);
+
+    /** Destroys an object of INIReadData; null is passed over. */
+    static void INIFreeData(void* object);
 
     /* --- Logging (UtilLog.cpp) --- */
 

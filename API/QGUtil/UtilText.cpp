@@ -7,6 +7,7 @@
 #include <new>
 #include <string_view>
 
+#include "Binary.h"
 #include "BoundedText.h"
 
 namespace {
@@ -58,6 +59,23 @@ void replaceInto(char* out, std::string_view text, std::string_view before, std:
     }
 }
 
+/** A text made by ReplaceAll; no buffer when memory ran out. */
+struct Replaced
+{
+    std::unique_ptr<char[]> text;
+    std::size_t size;
+};
+
+Replaced replaceAll(std::string_view text, std::string_view before, std::string_view after)
+{
+    const std::size_t count = occurrences(text, before);
+    const std::size_t size = text.size() - count * before.size() + count * after.size();
+    Replaced result{std::unique_ptr<char[]>(new (std::nothrow) char[size + 1]), size};
+    if (result.text)
+        replaceInto(result.text.get(), text, before, after);
+    return result;
+}
+
 } // namespace
 
 void CUtil::ToLower(LPBYTE lpStr)
@@ -92,16 +110,19 @@ int CUtil::ReplaceAll(const char* pData, const char* pOlds, const char* pNews, i
 {
     if (!pData || !pOlds || !*pOlds || !pNews || !pszOutData)
         return -1;
-    const std::string_view text(pData);
-    const std::string_view before(pOlds);
-    const std::string_view after(pNews);
-    const std::size_t count = occurrences(text, before);
-    const std::size_t size = text.size() - count * before.size() + count * after.size();
-    const std::unique_ptr<char[]> result(new (std::nothrow) char[size + 1]);
-    if (!result || nLen <= 0)
-        return 0;
-    replaceInto(result.get(), text, before, after);
-    copyField(pszOutData, static_cast<std::size_t>(nLen) - 1, {result.get(), size});
+    const Replaced result = replaceAll(pData, pOlds, pNews);
+    if (result.text && nLen > 0)
+        copyField(pszOutData, static_cast<std::size_t>(nLen) - 1, {result.text.get(), result.size});
+    return 0;
+}
+
+int CUtil::ReplaceAll(const char* pData, const char* pOlds, const char* pNews, CBinary* binyOut)
+{
+    if (!pData || !pOlds || !*pOlds || !pNews || !binyOut)
+        return -1;
+    const Replaced result = replaceAll(pData, pOlds, pNews);
+    if (result.text)
+        binyOut->set(result.text.get(), static_cast<int>(result.size));
     return 0;
 }
 
