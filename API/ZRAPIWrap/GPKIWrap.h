@@ -53,6 +53,7 @@ public:
     int BINSTR_Create(BINSTR* pBinstr);
     int BINSTR_Delete(BINSTR* pBinstr);
     int BINSTR_SetData(unsigned char* pszData, int nLen, BINSTR* pBinstr);
+    /** Description of the library, told a size of 8. Reached by no flat function. */
     int GetInfo(char* pszAPIInfo);
 
     // Certificates.
@@ -154,8 +155,10 @@ public:
                                    BINSTR* pBinData, BINSTR* pBinSignerCert);
     int CMSMakeEncryptedData(BINSTR* pBinTBEData, BINSTR* pBinEncrypedData);
     int CMSProcessEncryptedData(BINSTR* pBinKey, BINSTR* pBinEncrypedData, BINSTR* pBinData);
+    /** Verifies a message with one signer. Reached by no flat function. */
     int CMSProcessSignedData(BINSTR* pBinSignedData, BINSTR* pBinData, BINSTR* pBinignerCert,
                              char* pszSignTime);
+    /** Encrypts a file; envelope and content go to two files. Reached by no flat function. */
     int CMSMakeEnvelopedDataNoContentFile(BINSTR* pBinCert, char* pszTBEDataFilePath, int nSymAlg,
                                           char* pBinEnvelopedDataFilePath, char* pszEncryptedContentFilePath);
 
@@ -228,6 +231,7 @@ public:
     int CryptHash(int nHashAlg, BINSTR* pBinTBHData, BINSTR* pBinDigest);
     int CryptGenMAC(int nMACAlg, char* pszPassword, BINSTR* pBinTBMData, BINSTR* pBinMAC);
     int CryptVerifyMAC(int nMACAlg, char* pszPassword, BINSTR* pBinTBMData, BINSTR* pBinMAC);
+    /** Signs a file into a signature file. Reached by no flat function. */
     int CryptSignFile(BINSTR* pBinCert, BINSTR* pBinPriKey, int nHashAlg, char* pszDataFilePath,
                       char* pszSignatureFilePath);
 

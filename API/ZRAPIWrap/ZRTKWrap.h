@@ -80,7 +80,9 @@ public:
     int CertVerify2(BINSTR* pBinCert, int nCertType, char* pszCertPolicies, char* pszPassword);
     int CertVerifyByIVS(char* pszConfFilePath, BINSTR* pBinCert, BINSTR* pBinMyCert);
     int CertCheckStatByCRL(BINSTR* pBinCert, char* szRevocationDate, int* pRevReason);
+    /** DER form of the subject name. Reached by no flat function. */
     int CertGetSubjectName_DERFormat(BINSTR* pBinstr);
+    /** Policy constraints as text. Reached by no flat function. */
     int CertGetPolicyConstraints(int nAllocLen, char* pszPolicyConstraints);
 
     // Private keys.
@@ -162,7 +164,9 @@ public:
     int CMSMakeEncryptedData(int nOption, BINSTR* pBinCert, BINSTR* pBinTBEData, int nSymAlg,
                              BINSTR* pBinEncrypedData);
     int CMSProcessEncryptedData(BINSTR* pBinKey, BINSTR* pBinEncrypedData, BINSTR* pBinData);
+    /** Number of recipients of an enveloped message. Reached by no flat function. */
     int CMSGetEnvDataRecCnt(BINSTR* pEnvelopData, int* pnCnt);
+    /** Names of a recipient, each at most nAllocLen bytes. Reached by no flat function. */
     int CMSGetEnvDataRecipInfo(int nIndex, int nAllocLen, char* pszIssuerName, char* pszSerialNum,
                                char* pszSubjectKeyID);
 
@@ -186,6 +190,7 @@ public:
                         BINSTR* pBinReqMsg);
     int OCSPSendAndRecv(char* pszURL, BINSTR* pBinCert, BINSTR* pBinReqMsg, BINSTR* pBinResMsg);
     int OCSPVerifyResMsg(BINSTR* pBinReqMsg, BINSTR* pBinResMsg, BINSTR* pBinOCSPSvrCert);
+    /** Asks a responder in one step. Reached by no flat function. */
     int OCSPCheckCertStatus(char* pszOCSPUri, BINSTR* pBinCert, bool bSign, BINSTR* pBinMyCert,
                             BINSTR* pBinMyPriKey);
 
@@ -265,6 +270,7 @@ public:
                              BINSTR* pBinKmKeyID);
     int PKCS11CMPCertRevoke(char* pszIP, int nPort, int nReasonCode, BINSTR* pBinSignKeyID,
                             BINSTR* pBinKmKeyID);
+    /** Opens the session with a PIN. Reached by no flat function. */
     int PKCS11OpenSession(char* pszUserPIN);
 
     // Cryptography.
@@ -293,6 +299,7 @@ public:
     int CRYPTGenMAC2(int nMACAlg, BINSTR* pBinPassword, BINSTR* pBinTBMData, BINSTR* pBinMAC);
     int CRYPTVerifyMAC(int nMACAlg, char* pszPassword, BINSTR* pBinTBMData, BINSTR* pBinMAC);
     int CRYPTGenSharedKey(int nKeyType, BINSTR* pBinPriKeyInfo, BINSTR* pBinPubKey, BINSTR* pBinSharedKey);
+    /** Signs a file into a signature file. Reached by no flat function. */
     int CRYPTSignFile(BINSTR* pBinPubKey, BINSTR* pBinPriKey, int nHashAlg, char* pszDataFilePath,
                       char* pszSignatureFilePath);
 

@@ -12,7 +12,7 @@ unsigned char someBytes[] = {1, 2, 3};
 BINSTR withoutBytes = {nullptr, 3};
 BINSTR emptyString = {someBytes, 0};
 BINSTR negativeLength = {someBytes, -1};
-char emptyText[] = "";
+char emptyText[4096] = ""; // room for those that are outputs
 char someText[] = "/a/path";
 
 Word word(const void* value)
