@@ -247,7 +247,7 @@ TEST_F(ZrPubKey, ReleasesItsOwnCopyAfterAFailureTooAndAnswersTheFirstFailure)
 
 TEST_F(ZrPubKey, SurvivesALongAlgorithmNameAndNullOutputs)
 {
-    writeText(toolkit, "ZRTK_CERT_GetPubKey", 2, std::string(900, 'a'));
+    writeText(toolkit, "ZRTK_CERT_GetPubKey", 2, std::string(2000, 'a'));
     toolkit.act("ZRTK_CERT_GetPubKey2", [](const Word* words) {
         *pointer<BINSTR>(words[3]) = {derBytes, 2};
         return 0;

@@ -88,9 +88,11 @@ auto callMethod(int (Wrapper::*method)(P...))
     };
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are names and parameter lists
 #define BEHIND_CONTEXT(...) (void* pContext __VA_OPT__(, ) __VA_ARGS__)
 
 /** The parameters of a row are also the function's own: a row of other types does not compile. */
 #define OPERATION(name, parameters, zrtk, gpki, tested)                                                      \
     static_assert(std::is_same_v<decltype(&name), int(*) BEHIND_CONTEXT parameters>);                        \
     operations.push_back({#name, callFlat(&name), parseParameters(#parameters), zrtk, gpki, tested})
+// NOLINTEND(bugprone-macro-parentheses)

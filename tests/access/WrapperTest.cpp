@@ -11,6 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are names and parameter lists
 #define METHOD(wrapper, name, parameters, cell, tested)                                                      \
     [] {                                                                                                     \
         static_assert(std::is_same_v<decltype(&wrapper::name), int(wrapper::*) parameters>);                 \
@@ -21,6 +22,7 @@ using testing::IsEmpty;
                          cell,                                                                               \
                          tested};                                                                            \
     }()
+// NOLINTEND(bugprone-macro-parentheses)
 
 std::vector<Operation> zrtkMethods()
 {
