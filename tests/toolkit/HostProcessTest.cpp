@@ -7,6 +7,7 @@
 #include <openssl/err.h>
 #include <openssl/evp.h>
 #include <openssl/provider.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -175,6 +176,19 @@ TEST_P(HostProcess, AThousandLoadsLeaveNothingBehind)
     // contexts; a context of ours that is left over holds some 100,000 bytes.
     constexpr std::size_t noiseOfALoad = 500;
     EXPECT_LT(allocatedBytes(), memory + noiseOfALoad * loads);
+}
+
+TEST_P(HostProcess, MayExitWithContextsStillOpen)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        dlopen(GetParam().file, RTLD_LAZY); // keeps the library until exit
+        useLibrary(GetParam(), workDirectory, false);
+        exit(HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
 }
 
 TEST_P(HostProcess, TwoContextsOnTwoThreads)

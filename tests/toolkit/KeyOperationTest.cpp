@@ -172,9 +172,8 @@ TEST_P(KeyOperation, RandomValueComesOutWhole)
     EXPECT_EQ(call("VID_GetRandomFromPriKey", &encrypted, &random), number(Code::KeyNotPlain));
 }
 
-TEST_P(KeyOperation, CostIsCappedBeforeAnyWork)
+TEST_P(KeyOperation, CostIsCappedByTheConfiguration)
 {
-    // Two thousand million rounds would take half an hour.
     qgtk::KeyProtection protection;
     protection.iterations = 1000;
     std::string costly = sealed(protection, "p");

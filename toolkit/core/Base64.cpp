@@ -31,7 +31,7 @@ SecretBytes base64Decode(ByteView text)
         EVP_DecodeUpdate(run.get(), bytes.data(), &body, text.data(), static_cast<int>(text.size())) >= 0 &&
         EVP_DecodeFinal(run.get(), bytes.data() + body, &tail) == 1;
     require(decoded && body + tail > 0, Code::Base64Damaged);
-    bytes.resize(static_cast<std::size_t>(body + tail));
+    bytes.resize(static_cast<std::size_t>(body) + static_cast<std::size_t>(tail));
     return bytes;
 }
 

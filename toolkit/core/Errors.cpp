@@ -9,7 +9,7 @@ const char* textOfCode(Code code, Language language)
     switch (code) {
 #define QGTK_CODE_TEXT(name, number, english, koreanText)                                                    \
     case Code::name:                                                                                         \
-        return korean ? koreanText : english;
+        return korean ? (koreanText) : (english);
         QGTK_CODES(QGTK_CODE_TEXT)
 #undef QGTK_CODE_TEXT
     }

@@ -53,7 +53,7 @@ namespace qgtk {
     X(ModuleUnsuitable, 5101, "The library is not a PKCS#11 module", "PKCS#11 모듈이 아닙니다")
 // clang-format on
 
-#define QGTK_CODE_ENUMERATOR(name, number, english, korean) name = number,
+#define QGTK_CODE_ENUMERATOR(name, number, english, korean) name = (number),
 /** Results of the toolkit's operations. */
 enum class Code : int
 {

@@ -231,7 +231,7 @@ AlgorithmHandle makePbkdf1(const char* oid, int iterations, Bytes salt)
                       X509_ALGOR_set0(algorithm.get(), OBJ_txt2obj(oid, 1), V_ASN1_SEQUENCE, packed.get());
     if (!made)
         throw std::bad_alloc();
-    packed.release();
+    (void)packed.release();
     return algorithm;
 }
 
