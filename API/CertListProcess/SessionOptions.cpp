@@ -45,7 +45,7 @@ int CCertListProcInterface::ParsingPolicyIDS(bool bOnlyCount)
         ++count;
         from = bar + 1;
     }
-    log().end("CLoadDISK::SetIssuerNameList() End...Count", count);
+    CUtil::SetLogInfo(m_szLogFilePath, "%s : %d", "CLoadDISK::SetIssuerNameList() End...Count", count);
     return count;
 }
 

@@ -1,0 +1,251 @@
+#include <cstdarg>
+
+#include <gmock/gmock.h>
+
+#include "SessionTest.h"
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+namespace {
+
+std::vector<std::string> s_systemLog;
+
+void record(const char* format, va_list arguments)
+{
+    char line[8192];
+    std::vsnprintf(line, sizeof(line), format, arguments);
+    s_systemLog.emplace_back(line);
+}
+
+} // namespace
+
+// The system log's writers, replaced for this program.
+extern "C" __attribute__((format(printf, 2, 3))) void syslog(int, const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    record(format, arguments);
+    va_end(arguments);
+}
+
+extern "C" __attribute__((format(printf, 3, 4))) void __syslog_chk(int, int, const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    record(format, arguments);
+    va_end(arguments);
+}
+
+namespace {
+
+/** Lines of the session and the stores in the system log, without their time stamp. */
+class Trace : public SessionTest
+{
+protected:
+    Trace()
+    {
+        switchLogOn();
+        writeFlat(class1, "a", "pw:R:random", "pw:km");
+        startOn(MEDIA_HARDDISK);
+        s_systemLog.clear();
+    }
+
+    template <typename Call>
+    std::vector<std::string> linesOf(Call call)
+    {
+        s_systemLog.clear();
+        call();
+        std::vector<std::string> lines;
+        for (const std::string& line : s_systemLog)
+            lines.push_back(line.substr(22, line.size() - 23)); // stamp and line feed
+        return lines;
+    }
+
+    std::vector<std::string> load()
+    {
+        return linesOf([this] { CLP_LoadCertList(handle); });
+    }
+};
+
+} // namespace
+
+TEST_F(Trace, LoadIsFramedByItsLayers)
+{
+    const auto lines = load();
+    EXPECT_EQ(lines.front(), "CCertListProcInterface::LoadCertList() Start...");
+    EXPECT_EQ(lines.back(), "CCertListProcInterface::LoadCertList() End... : 0");
+    for (const char* line :
+         {"CLoadDISK::LoadCertList() Start...", "CLoadDISK::GetDirectoryCount() Start...",
+          "CLoadDISK::GPKIFindDirectory() End... : 0", "CLoadDISK::GetCertDirectory() End... : 0",
+          "CLoadDISK::GetGPKICertList() Start...", "CLoadDISK::ParsingCert() Start...",
+          "CLoadDISK::ParsingCert() End... : 0", "CLoadDISK::CopyCertInfo() Start...",
+          "CLoadDISK::LoadCertList() End... : 0"})
+        EXPECT_THAT(lines, Contains(line));
+    EXPECT_THAT(lines,
+                Contains("CLoadDISK::ParsingCert()  >> szSignCertPath : " + (class1 / "a_sig.cer").string()));
+    EXPECT_THAT(lines,
+                Contains("CLoadDISK::ParsingCert()  >> szKmKeyPath : " + (class1 / "a_env.key").string()));
+}
+
+TEST_F(Trace, NoLineOfTheStoresReachesTheFile)
+{
+    load();
+    for (const std::string& line : logLines())
+        EXPECT_EQ(line.compare(0, 3, "[[ "), 0) << line;
+}
+
+TEST_F(Trace, NpkiWalkEndsUnderItsNeighboursName)
+{
+    char last[1024];
+    int count = 0;
+    EXPECT_THAT(
+        linesOf([&] { disk().NPKIFindDirectory(true, text("/nowhere"), 1024, last, &count); }),
+        ElementsAre("CLoadDISK::NPKIFindDirectory() Start...", "CLoadDISK::GPKIFindDirectory() End... : 0"));
+}
+
+TEST_F(Trace, DriveOperationsShareTheRemovableTexts)
+{
+    DRIVEINFO drive{};
+    int count = 0;
+    EXPECT_THAT(linesOf([&] { session().GetDriveCount(true, true, &count); }),
+                ElementsAre("CCertListProcInterface::GetRemDriveCount() Start...",
+                            "CLoadDISK::GetRemDriveList() Start...",
+                            "CLoadDISK::GetRemDriveList() End... : 0", "RemDrive Count : 1",
+                            "CCertListProcInterface::GetRemDriveCount() End... : 0"));
+    EXPECT_THAT(linesOf([&] { session().GetDriveList(&drive); }),
+                ElementsAre("CCertListProcInterface::GetRemDriveList() Start...",
+                            "CLoadDISK::GetRemDriveInfo() Start...",
+                            "CLoadDISK::GetRemDriveInfo() End... : 0",
+                            "CCertListProcInterface::GetRemDriveCount() End... : 0"));
+}
+
+TEST_F(Trace, PolicyParsingLogsUnderOtherNames)
+{
+    copyText(session().m_szCertPolicyIDs, "1 2|3|");
+    EXPECT_THAT(linesOf([&] { session().ParsingPolicyIDS(true); }),
+                ElementsAre("CLoadDISK::ParsingPolicyIDS() Start...",
+                            "CLoadDISK::SetIssuerNameList() End...Count : 2"));
+}
+
+TEST_F(Trace, RefusedStartIsToldWithTheToolkitsNumber)
+{
+    toolkit.failures["ZR_Initalize"] = QG_ZRTK_NOT_LOADED;
+    EXPECT_THAT(linesOf([&] { session().Inialize(0, nullptr); }),
+                ElementsAre("CCertListProcInterface::Inialize() Start...",
+                            "CCertListProcInterface::Inialize() >> ZR_Initalize() : 20011",
+                            "CCertListProcInterface::Inialize() End... : 30003"));
+}
+
+TEST_F(Trace, FailedToolkitCallIsToldWithItsText)
+{
+    toolkit.failures["CertGetUID"] = 1234;
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CertGetUID() : 1234 (toolkit says no)"));
+    toolkit.failures = {{"PriKeyDecrypt", 2004}};
+    EXPECT_THAT(linesOf([&] { disk().DecryptPriKey(0, text("pw")); }), Not(Contains("")));
+}
+
+TEST_F(Trace, FiltersTellWhyACertificateIsLeftOut)
+{
+    LOADCERTOPT& filter = disk().m_stLoadCertOpt;
+    copyText(filter.szCertSerial, "77");
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CLPERR_PASS(Check SerialNumber pass...)"));
+    filter.szCertSerial[0] = '\0';
+    copyText(filter.szCertDN, "cn=x");
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CLPERR_PASS(DN Check pass)"));
+    filter.szCertDN[0] = '\0';
+    filter.bExpiredCertHide = true;
+    toolkit.texts["CertGetValidity.to"] = "2026-01-01 00:00:00";
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CLPERR_PASS(ExpiredCertHide pass)"));
+    filter.bExpiredCertHide = false;
+    SETOID policy{};
+    disk().m_pstSetOid = &policy;
+    disk().m_nSetPolicyOIDCnt = 1;
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CheckPolicyID() check pass : 0"));
+    disk().m_pstSetOid = nullptr;
+    EXPECT_THAT(linesOf([] {}), ElementsAre());
+}
+
+TEST_F(Trace, MemoryStoreKeepsItsOddTags)
+{
+    ASSERT_EQ(CLP_SetMediaType(handle, MEDIA_MEMORY, 0), 0);
+    ASSERT_EQ(setMemoryCert("cert", "key"), 0);
+    LOADCERTOPT& filter = memory().m_stLoadCertOpt;
+    copyText(filter.szCertSerial, "77");
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CLPERR_PASS(Check SerialNumber pass)"));
+    filter.szCertSerial[0] = '\0';
+    toolkit.failures = {{"CertGetValidity", 9}};
+    EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CertGetValidity()(9)"));
+    toolkit.failures = {{"CertGetVersion", 9}};
+    EXPECT_THAT(load(), Contains("CLoadMemory::ParsingCert() >> CertGetVersion() : 9 (toolkit says no)"));
+    toolkit.failures = {{"VIDGetRandomFromPriKey", 9}, {"PriKeyDecrypt", 9}, {"VIDVerify", 9}};
+    load();
+    EXPECT_THAT(linesOf([&] { memory().GetPrikeyRandom(); }),
+                Contains("CLoadSMCard::GetPrikeyRandom() >> VIDGetRandomFromPriKey() : 9 (toolkit says no)"));
+    EXPECT_THAT(linesOf([&] { memory().DecryptPriKey(text("pw")); }),
+                Contains("CLoadSMCard::DecryptPriKey() >> PriKeyDecrypt() : 9 (toolkit says no)"));
+    EXPECT_THAT(linesOf([&] { memory().VerifyVID(text("1")); }),
+                Contains("CLoadDISK::VerifyVID() >> VIDVerify() : 9 (toolkit says no)"));
+}
+
+TEST_F(Trace, MemoryStoreTellsARefusedPolicyWithTheLastText)
+{
+    ASSERT_EQ(CLP_SetMediaType(handle, MEDIA_MEMORY, 0), 0);
+    ASSERT_EQ(setMemoryCert("cert", "key"), 0);
+    SETOID policy{};
+    memory().m_pstSetOid = &policy;
+    memory().m_nSetPolicyOIDCnt = 1;
+    EXPECT_THAT(load(), Contains("CLoadMemory::ParsingCert() >> CheckPolicyID() check pass : 0 ()"));
+    memory().m_pstSetOid = nullptr;
+}
+
+TEST_F(Trace, FailedEncryptionOfAMemoryKeyIsTold)
+{
+    ASSERT_EQ(CLP_SetMediaType(handle, MEDIA_PFX, 0), 0);
+    toolkit.failures = {{"PriKeyEncrypt", 9}};
+    EXPECT_THAT(linesOf([&] {
+                    memory().LoadCertList(text("pw"), text("cert"), 4, text("key"), 3, nullptr, 0, nullptr,
+                                          0);
+                }),
+                Contains("CLoadMemory::LoadCertList >> PriKeyEncrypt() : 9 (toolkit says no)"));
+}
+
+TEST_F(Trace, KeyOperationsKeepTheirTags)
+{
+    load();
+    toolkit.failures = {{"PriKeyChangePasswd", 9}};
+    EXPECT_THAT(linesOf([&] { disk().ChangePassword(0, text("pw"), text("new")); }),
+                Contains("CLoadDISK::ChangePassword() >> PriKeyChangePasswd() : 9 (toolkit says no)"));
+    toolkit.failures = {{"MediaDiskWriteFile", 9}};
+    const auto lines = linesOf([&] { disk().ChangePassword(0, text("pw"), text("new")); });
+    EXPECT_THAT(lines, Contains("CLoadDISK::WriteFile() >> MediaDiskWriteFile() : 9 (toolkit says no)"));
+    EXPECT_THAT(lines,
+                Contains("CLoadDISK::ChangePassword() >> MediaDiskReadFile() : 30201 (toolkit says no)"));
+    toolkit.failures.clear();
+    writeFile(class1 / "a_env.key", "other:km");
+    EXPECT_THAT(linesOf([&] { disk().ChangePassword(0, text("pw"), text("new")); }),
+                Contains("CLoadDISK::ChangePassword() >> MediaDiskDeletePriKey() : 2004 (toolkit says no)"));
+    toolkit.failures = {{"CertLoad", 9}};
+    int algorithm = 0;
+    EXPECT_THAT(linesOf([&] { disk().GetPrikeyAlg(text("cert"), 4, &algorithm); }),
+                Contains("CLoadSMCard::GetPrikeyAlg() >> CertLoad() : 9 (toolkit says no)"));
+}
+
+TEST_F(Trace, PasswordCheckFailsUnderAnotherMembersName)
+{
+    EXPECT_THAT(
+        linesOf([&] { session().CheckPassword(text("pw"), text("other:key"), 9); }),
+        Contains("CCertListProcInterface::ExportDataPFX() >> PriKeyDecrypt() : 2004 (toolkit says no)"));
+}
+
+TEST_F(Trace, EmptyListIsTold)
+{
+    TestHome::reset();
+    EXPECT_THAT(load(), Contains("CLoadDISK::LoadCertList() >> CLPERR_NOTEXISTCERT"));
+}
+
+TEST_F(Trace, CountIsTold)
+{
+    EXPECT_THAT(linesOf([&] { session().GetCertCount(); }), ElementsAre("Cert Count : 0"));
+}
