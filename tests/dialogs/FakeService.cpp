@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 #include "BoundedText.h"
 
@@ -124,6 +125,8 @@ void CLP_UnInitalize(void*)
 
 int CLP_SetType(void*, LOADCERTOPT* pstLoadCertOpt)
 {
+    if (fake().throwing)
+        throw std::bad_alloc();
     fake().filter = *pstLoadCertOpt;
     return answer("CLP_SetType");
 }

@@ -43,6 +43,7 @@ struct FakeService
     LOADOPT loadOption = {};             ///< argument of the last CLP_Initalize
     LOADCERTOPT filter = {};             ///< argument of the last CLP_SetType
     std::string memoryCert;              ///< signing certificate of the last CLP_SetMemoryCert
+    bool throwing = false;               ///< CLP_SetType runs out of memory
     int sessions = 0;                    ///< sessions begun and not ended
     int buffers = 0;                     ///< buffers handed out and not given back
 };
