@@ -1,0 +1,144 @@
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "SecretScan.h"
+#include "ToolkitSession.h"
+
+namespace {
+
+/** Masked: "correct horse 7". Never in memory in plain form but while a call runs. */
+constexpr unsigned char PASSWORD[] = {0xC6, 0xCA, 0xD7, 0xD7, 0xC0, 0xC6, 0xD1, 0x85,
+                                      0xCD, 0xCA, 0xD7, 0xD6, 0xC0, 0x85, 0x92};
+
+/**
+ * A whole selection on files that another process wrote, so that this one knows neither the plain keys nor
+ * the password but from the calls under test.
+ */
+class Secrets : public ToolkitSession
+{
+protected:
+    void SetUp() override
+    {
+#ifdef __SANITIZE_ADDRESS__
+        GTEST_SKIP() << "the sanitizer's own memory is too large to scan";
+#endif
+        const fs::path needles = TestHome::scratch("needles");
+        const pid_t writer = fork();
+        if (writer == 0) {
+            writeTree(needles);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(writer, &status, 0);
+        EXPECT_EQ(status, 0);
+        signKey = Needle(readFile(needles / "sign"));
+        kmKey = Needle(readFile(needles / "km"));
+        random = Needle(readFile(needles / "random"));
+    }
+
+    /** Runs in the other process: a holder with both keys, and a piece of each secret, masked. */
+    void writeTree(const fs::path& needles)
+    {
+        // Numbers that no other test takes: the process under test has never had these keys.
+        const Plain plain;
+        writeHolder(
+            {.sign = pair(request("hong", 20), plain.text), .km = pair(request("km", 21), plain.text)});
+        writeMasked(needles / "sign", key(20).privateKeyInfo().substr(600, 32));
+        writeMasked(needles / "km", key(21).privateKeyInfo().substr(600, 32));
+        writeMasked(needles / "random", key(20).random());
+    }
+
+    static void writeMasked(const fs::path& path, std::string secret)
+    {
+        Needle::mask(secret.data(), secret.size());
+        writeFile(path, secret);
+    }
+
+    /** The password in plain form, wiped at the end of the scope. */
+    struct Plain
+    {
+        char text[sizeof(PASSWORD) + 1] = {};
+        Plain()
+        {
+            std::memcpy(text, PASSWORD, sizeof(PASSWORD));
+            Needle::mask(text, sizeof(PASSWORD));
+        }
+        ~Plain() { explicit_bzero(text, sizeof(text)); }
+    };
+
+    /** Decrypts by every road and gives what was handed out back. */
+    void openKeys()
+    {
+        Plain plain;
+        char* out[2] = {};
+        int length[2] = {};
+        ASSERT_EQ(CLP_DecryptPriKeyData(handle, 0, plain.text, &out[0], &length[0], &out[1], &length[1]), 0);
+        free(out[0]);
+        free(out[1]);
+        ASSERT_EQ(CLP_GetPriKeyRandom(handle, 0, plain.text, &out[0], &length[0]), 0);
+        free(out[0]);
+        ASSERT_EQ(CLP_DecryptPriKey(handle, 0, plain.text), 0);
+        static CERTINFO record;
+        ASSERT_EQ(CLP_SelectCert(handle, 0, plain.text, &record), 0);
+        explicit_bzero(&record, sizeof(record));
+        ASSERT_EQ(CLP_SetPFXInfo(handle, text("/a.pfx"), plain.text), 0);
+    }
+
+    void free(char* buffer)
+    {
+        void* address = buffer;
+        EXPECT_EQ(CLP_MemFree(handle, &address), 0);
+    }
+
+    void expectNothingLeft() const
+    {
+        EXPECT_EQ(signKey.count(), 0);
+        EXPECT_EQ(kmKey.count(), 0);
+        EXPECT_EQ(random.count(), 0);
+        EXPECT_EQ(password.count(), 0);
+    }
+
+    Needle signKey{""};
+    Needle kmKey{""};
+    Needle random{""};
+    Needle password{std::string(reinterpret_cast<const char*>(PASSWORD), sizeof(PASSWORD))};
+};
+
+} // namespace
+
+TEST_F(Secrets, ScanFindsThemWhileTheListStands)
+{
+    ASSERT_EQ(load(), 0);
+    expectNothingLeft();
+    openKeys();
+    EXPECT_EQ(signKey.count(), 1) << "the list's record, and nothing else";
+    EXPECT_EQ(kmKey.count(), 1);
+    EXPECT_EQ(random.count(), 2) << "the record's field, and the end of its plain key";
+    EXPECT_EQ(password.count(), 2) << "the record's field and the PFX password";
+}
+
+TEST_F(Secrets, NothingIsLeftAfterClearing)
+{
+    ASSERT_EQ(load(), 0);
+    openKeys();
+    ASSERT_EQ(CP_ClearCertData(handle), 0);
+    expectNothingLeft();
+}
+
+TEST_F(Secrets, NothingIsLeftAfterTheEnd)
+{
+    ASSERT_EQ(load(), 0);
+    openKeys();
+    CLP_UnInitalize(handle);
+    handle = nullptr;
+    expectNothingLeft();
+}
+
+TEST_F(Secrets, NothingIsLeftAfterANewLoad)
+{
+    ASSERT_EQ(load(), 0);
+    openKeys();
+    ASSERT_EQ(CLP_SetPFXInfo(handle, nullptr, nullptr), 0);
+    ASSERT_EQ(load(), 0);
+    expectNothingLeft();
+}
