@@ -108,7 +108,7 @@ Bytes KeyPair::privateKeyInfo() const
 {
     const std::unique_ptr<PKCS8_PRIV_KEY_INFO, decltype(&PKCS8_PRIV_KEY_INFO_free)> info(
         EVP_PKEY2PKCS8(get()), &PKCS8_PRIV_KEY_INFO_free);
-    const Bytes plain = encoded<const PKCS8_PRIV_KEY_INFO>(&i2d_PKCS8_PRIV_KEY_INFO, info.get());
+    Bytes plain = encoded<const PKCS8_PRIV_KEY_INFO>(&i2d_PKCS8_PRIV_KEY_INFO, info.get());
     if (m_random.empty())
         return plain;
     return der::element(der::Sequence, {sequenceContent(plain), randomAttributes(m_random)});

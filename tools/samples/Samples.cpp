@@ -92,6 +92,7 @@ Holder makeHolder(const HolderPlan& plan, Authority& issuer, PendingKeys& keys, 
 std::vector<Bytes> certificates(const std::vector<Authority>& authorities)
 {
     std::vector<Bytes> list;
+    list.reserve(authorities.size());
     for (const auto& authority : authorities)
         list.push_back(authority.certificate());
     return list;
