@@ -79,10 +79,11 @@ __attribute__((format(printf, 5, 6))) void LOG_LEVEL(const char* pszLevel, const
     const char* file = std::strchr(pszFile, '/') ? afterLast(pszFile, '/') : afterLast(pszFile, '\\');
     const LocalTime now;
     char line[4096];
-    if (snprintf(line, sizeof(line), "[qg4np][%02d:%02d:%02d.%03d][%s][%s:%ld][%s] %s\n", now.fields.tm_hour,
-                 now.fields.tm_min, now.fields.tm_sec, now.milliseconds, pszLevel, file, nLine,
-                 afterLast(pszFunction, ':'), message) < 0)
-        return;
+    const int length = snprintf(line, sizeof(line), "[qg4np][%02d:%02d:%02d.%03d][%s][%s:%ld][%s] %s\n",
+                                now.fields.tm_hour, now.fields.tm_min, now.fields.tm_sec, now.milliseconds,
+                                pszLevel, file, nLine, afterLast(pszFunction, ':'), message);
+    if (length >= static_cast<int>(sizeof(line)))
+        line[sizeof(line) - 2] = '\n'; // a line that was cut still ends where the next begins
 
     const LocalTime day;
     char path[260];
