@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Style checks: formatting, the project's own rules, and the linter over every source of the release build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+mapfile -t sources < <(git ls-files '*.h' '*.cpp' '*.c')
+clang-format --dry-run -Werror "${sources[@]}"
+
+# Unbounded or unterminated copies have one bounded helper; anything else is a mistake.
+if git grep -nE '\b(strcpy|strcat|sprintf|vsprintf|strncpy|gets)\(' -- API dialogs toolkit tools; then
+    echo "use copyText or snprintf instead of the above" >&2
+    exit 1
+fi
+# Tests wait for conditions.
+if git grep -nE '\b(sleep|usleep|sleep_for|qSleep)\(' -- tests; then
+    echo "wait for the condition instead of sleeping" >&2
+    exit 1
+fi
+
+./scripts/tidy.sh "$@"
