@@ -1,0 +1,71 @@
+// From the host's call to a list that the user can see.
+
+#include "Session.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QTimer>
+#include <benchmark/benchmark.h>
+#include <memory>
+#include <quillgate/certlist.h>
+#include <quillgate/dialogs.h>
+
+namespace {
+
+/** Closes the modal dialog once a widget of the given object name has painted itself. */
+class CloseWhenPainted : public QObject
+{
+public:
+    explicit CloseWhenPainted(QString name) : m_name(std::move(name)) { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        const bool wanted =
+            object->objectName() == m_name || (object->parent() && object->parent()->objectName() == m_name);
+        if (event->type() == QEvent::Paint && wanted)
+            QTimer::singleShot(0, [] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+                    dialog->reject();
+            });
+        return false;
+    }
+
+private:
+    QString m_name;
+};
+
+void FloorDialog(benchmark::State& state)
+{
+    useHomeOf(state.range(0));
+    const CloseWhenPainted closer("empty");
+    const std::filesystem::path work = workDirectory("work");
+    for (auto _ : state) {
+        QDialog dialog;
+        dialog.setObjectName("empty");
+        dialog.setFixedSize(391, 460);
+        dialog.exec();
+        const Session session(work);
+        session.load(static_cast<int>(state.range(0)));
+    }
+}
+
+void Dialog(benchmark::State& state)
+{
+    useHomeOf(state.range(0));
+    const CloseWhenPainted closer("tableView_certlist");
+    const auto init = std::make_unique<INITOPT>();
+    workDirectory("work").string().copy(init->szWorkDir, sizeof init->szWorkDir - 1);
+    init->nLanguage = 1;
+    const auto load = std::make_unique<LOADSELECTCERTOPTION>();
+    load->nCertCAType = CERTTYPE_GPKI | CERTTYPE_NPKI | CERTTYPE_MPKI;
+    const auto extra = std::make_unique<EXTRAOPTION>();
+    const auto outcome = std::make_unique<SELCERTINFO>();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ShowUserCert_T(init.get(), load.get(), nullptr, extra.get(), outcome.get()));
+}
+
+BENCHMARK(FloorDialog)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Dialog)->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+} // namespace

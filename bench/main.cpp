@@ -1,0 +1,44 @@
+// Measures Quillgate against bare library calls in one run, and prints the ratios.
+
+#include "Memory.h"
+#include "Ratios.h"
+
+#include <QApplication>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+std::vector<Ratio> ratios()
+{
+    return {
+        {"list of 10, two passes / bare read and decode", "List/10", "FloorList/10", 1.0},
+        {"list of 100", "List/100", "FloorList/100", 1.0},
+        {"list of 1,000", "List/1000", "FloorList/1000", 1.0},
+        {"list of 10,000", "List/10000", "FloorList/10000", 1.0},
+        {"list of 10,000 / list of 1,000 (a certificate: a tenth)", "List/10000", "List/1000", 12.0},
+        {"list of 100 with the log / without", "ListLogging/100", "List/100", 0},
+        {"list of 100, issuer configuration of 2,000 lines / usual", "ListLongConfiguration/100", "List/100",
+         0},
+        {"CLP_DecryptPriKeyData, PBES2 with SEED / bare OpenSSL", "DecryptPbes2", "FloorDecryptPbes2", 1.15},
+        {"CLP_DecryptPriKeyData, PBKDF1 with SEED / bare OpenSSL", "DecryptPbkdf1", "FloorDecryptPbkdf1",
+         1.15},
+        {"flat call / dlsym and an indirect call", "FlatCall", "FloorCall", 1.3},
+        {"dialog with 10, to painted / empty dialog and list", "Dialog/10", "FloorDialog/10", 1.5},
+        {"dialog with 100", "Dialog/100", "FloorDialog/100", 1.5},
+        {"dialog with 1,000", "Dialog/1000", "FloorDialog/1000", 1.5},
+    };
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    RatioReporter reporter(ratios());
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    printMemory();
+    return 0;
+}
