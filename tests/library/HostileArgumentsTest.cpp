@@ -1,0 +1,220 @@
+// No exported function crashes, hangs or writes where it should not for arguments that make no sense.
+
+#include "LibraryHost.h"
+
+#include <TestHome.h>
+#include <climits>
+#include <cstdint>
+#include <cstring>
+#include <dlfcn.h>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+using Word = std::uintptr_t;
+
+/** One row of the export list: the plain name and the types of the parameters. */
+struct Function
+{
+    std::string name;
+    std::vector<std::string> parameters;
+};
+
+std::vector<Function> exportedFunctions()
+{
+    std::vector<Function> functions;
+    std::ifstream list(EXPORTS_LIST);
+    std::string row;
+    while (std::getline(list, row)) {
+        const std::size_t open = row.find('(');
+        const std::size_t close = row.rfind(')');
+        if (row.empty() || row[0] == '#' || open == std::string::npos)
+            continue;
+        Function function{row.substr(0, open), {}};
+        std::istringstream types(row.substr(open + 1, close - open - 1));
+        std::string type;
+        while (std::getline(types >> std::ws, type, ','))
+            function.parameters.push_back(type);
+        functions.push_back(function);
+    }
+    return functions;
+}
+
+/** Calls by the plain name. Every parameter of the interface is of integer class, so words do for all of
+ * them. */
+int call(const Function& function, const std::vector<Word>& arguments)
+{
+    using Operation =
+        int (*)(Word, Word, Word, Word, Word, Word, Word, Word, Word, Word, Word, Word, Word, Word);
+    static void* library = dlopen(LIBRARY, RTLD_NOW);
+    const auto operation = reinterpret_cast<Operation>(dlsym(library, function.name.c_str()));
+    std::vector<Word> a = arguments;
+    a.resize(14);
+    return operation(a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8], a[9], a[10], a[11], a[12], a[13]);
+}
+
+/** Room for whatever a call wants to write: larger than every record and text of the interface. */
+class Arguments
+{
+public:
+    enum Kind
+    {
+        Null,     /**< null pointers, 0 */
+        Empty,    /**< empty texts, empty byte strings, -1 */
+        Overlong, /**< texts of 5,000 bytes, byte strings of noise, the smallest int */
+        Kinds
+    };
+
+    Arguments() : m_room(1 << 20), m_long(5000, 'a'), m_noise(5000)
+    {
+        m_long.push_back('\0');
+        for (std::size_t i = 0; i < m_noise.size(); ++i)
+            m_noise[i] = static_cast<unsigned char>(i * 31 + 7);
+    }
+
+    Word make(const std::string& type, Kind kind)
+    {
+        if (type == "int" || type == "unsigned long" || type == "long unsigned int" || type == "bool")
+            return number(type, kind);
+        if (kind == Null)
+            return 0;
+        if (type == "BINSTR*")
+            return byteString(kind);
+        if (type == "char*" || type == "unsigned char*")
+            return text(kind);
+        return zeroedRoom();
+    }
+
+private:
+    static Word number(const std::string& type, Kind kind)
+    {
+        if (kind == Null || type == "bool")
+            return kind != Null;
+        return kind == Empty ? static_cast<Word>(-1) : static_cast<Word>(static_cast<unsigned>(INT_MIN));
+    }
+
+    Word byteString(Kind kind)
+    {
+        m_strings.emplace_back(new BINSTR{kind == Empty ? nullptr : m_noise.data(),
+                                          kind == Empty ? 5 : static_cast<int>(m_noise.size())});
+        return reinterpret_cast<Word>(m_strings.back().get());
+    }
+
+    /** A text that is also a buffer: a call may take it as its output. */
+    Word text(Kind kind)
+    {
+        m_texts.emplace_back(1 << 16);
+        if (kind == Overlong)
+            std::memcpy(m_texts.back().data(), m_long.data(), m_long.size());
+        return reinterpret_cast<Word>(m_texts.back().data());
+    }
+
+    Word zeroedRoom()
+    {
+        std::fill(m_room.begin(), m_room.end(), 0);
+        return reinterpret_cast<Word>(m_room.data());
+    }
+
+    std::vector<char> m_room;
+    std::vector<char> m_long;
+    std::vector<unsigned char> m_noise;
+    std::vector<std::vector<char>> m_texts;
+    std::vector<std::unique_ptr<BINSTR>> m_strings;
+};
+
+/** Those that end the context, open a window, or take a buffer of the library's own. */
+bool needsItsOwnTest(const std::string& name)
+{
+    return name == "ZR_Finish" || name == "ZR_Initalize" || name == "CLP_Initalize" ||
+           name == "CLP_UnInitalize" || name == "CLP_MemFree" || name == "GetSlectFilePath" ||
+           name == "ZR_BINSTR_Delete";
+}
+
+TEST(HostileArguments, NothingButNullsAndZeros)
+{
+    for (const Function& function : exportedFunctions()) {
+        SCOPED_TRACE(function.name);
+        EXPECT_NE(call(function, {}), 0x7fffffff);
+    }
+}
+
+/** Each function on a live handle, every argument of each kind, and each argument alone against empty others.
+ */
+void callWithEveryKind(const Function& function, Word handle)
+{
+    for (int others = 0; others < Arguments::Kinds; ++others)
+        for (int one = 0; one < Arguments::Kinds; ++one)
+            for (std::size_t position = 1; position < function.parameters.size(); ++position) {
+                Arguments arguments;
+                std::vector<Word> words{handle};
+                for (std::size_t i = 1; i < function.parameters.size(); ++i)
+                    words.push_back(arguments.make(
+                        function.parameters[i], static_cast<Arguments::Kind>(i == position ? one : others)));
+                call(function, words);
+            }
+}
+
+class HostileArgumentsOnEachSide : public testing::TestWithParam<int>
+{};
+
+TEST_P(HostileArgumentsOnEachSide, ToTheFlatFamily)
+{
+    std::filesystem::current_path(TestHome::scratch("working-directory"));
+    void* context = nullptr;
+    char directory[] = WORK_DIR;
+    char library[] = "libZRToolkitV30-v3.4.2.20.so";
+    ASSERT_EQ(ZR_Initalize(&context, GetParam(), directory, library), QG_OK);
+    for (const Function& function : exportedFunctions()) {
+        SCOPED_TRACE(function.name);
+        if (function.name.find("CLP_") != 0 && function.name.find("ClearCertData") == std::string::npos &&
+            !needsItsOwnTest(function.name))
+            callWithEveryKind(function, reinterpret_cast<Word>(context));
+    }
+    ZR_Finish(context);
+}
+
+TEST_P(HostileArgumentsOnEachSide, ToTheListService)
+{
+    host::writeHolder();
+    void* session = host::openSession(GetParam());
+    for (const Function& function : exportedFunctions()) {
+        SCOPED_TRACE(function.name);
+        if ((function.name.find("CLP_") == 0 || function.name.find("ClearCertData") != std::string::npos) &&
+            !needsItsOwnTest(function.name))
+            callWithEveryKind(function, reinterpret_cast<Word>(session));
+    }
+    CLP_UnInitalize(session);
+}
+
+INSTANTIATE_TEST_SUITE_P(Toolkits, HostileArgumentsOnEachSide, testing::Values(TOOLKIT_ZRTK, TOOLKIT_GPKI));
+
+TEST(HostileArguments, SessionsThatNeverStarted)
+{
+    const auto options = std::make_unique<LOADOPT>();
+    options->nLibAPIType = 7;
+    void* handle = nullptr;
+    EXPECT_EQ(CLP_Initalize(&handle, options.get(), nullptr), CLPERR_NOT_STARTED);
+    for (const Function& function : exportedFunctions())
+        if (function.name.find("CLP_") == 0 && !needsItsOwnTest(function.name)) {
+            SCOPED_TRACE(function.name);
+            callWithEveryKind(function, reinterpret_cast<Word>(handle));
+        }
+    CLP_UnInitalize(handle);
+}
+
+TEST(HostileArguments, MemFreeOfNothing)
+{
+    void* nothing = nullptr;
+    EXPECT_EQ(CLP_MemFree(nullptr, &nothing), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_MemFree(nullptr, nullptr), QG_BAD_ARGUMENT);
+}
+
+TEST(HostileArguments, GetSlectFilePathWithoutABuffer)
+{
+    EXPECT_EQ(GetSlectFilePath(100, nullptr), QG_BAD_ARGUMENT);
+}
+
+} // namespace

@@ -1,0 +1,107 @@
+// The library and both toolkits come and go in a host's process without leaving anything behind.
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <quillgate/returncodes.h>
+#include <string>
+
+namespace {
+
+constexpr int rounds = 1000;
+
+std::size_t openDescriptors()
+{
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
+}
+
+long residentPages()
+{
+    long size = 0;
+    long resident = 0;
+    std::ifstream("/proc/self/statm") >> size >> resident;
+    return resident;
+}
+
+std::size_t mappings()
+{
+    std::ifstream maps("/proc/self/maps");
+    return static_cast<std::size_t>(std::count(std::istreambuf_iterator<char>(maps), {}, '\n'));
+}
+
+/** Runs an action so often and expects that the rounds after the first hundred cost nothing that stays. */
+template <typename Action>
+void expectNothingLeftBehind(Action action)
+{
+    for (int round = 0; round < rounds / 10; ++round)
+        action();
+    const std::size_t descriptors = openDescriptors();
+    const std::size_t mapped = mappings();
+    const long resident = residentPages();
+    for (int round = rounds / 10; round < rounds; ++round)
+        action();
+    EXPECT_EQ(openDescriptors(), descriptors);
+    EXPECT_LE(mappings(), mapped + 2);
+#ifndef __SANITIZE_ADDRESS__ // whose quarantine grows with use
+    EXPECT_LE(residentPages(), resident + 512) << "more than 2 MiB stayed";
+#endif
+}
+
+void* load(const char* file)
+{
+    void* library = dlopen(file, RTLD_NOW | RTLD_LOCAL);
+    EXPECT_NE(library, nullptr) << dlerror();
+    return library;
+}
+
+TEST(Loading, TheLibraryAloneAThousandTimes)
+{
+    expectNothingLeftBehind([] { dlclose(load(LIBRARY)); });
+}
+
+TEST(Loading, TheLibraryIsGoneFromTheProcessBehindTheLastClose)
+{
+    dlclose(load(LIBRARY));
+    EXPECT_EQ(dlopen(LIBRARY, RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
+class LoadingToolkit : public testing::TestWithParam<int>
+{};
+
+TEST_P(LoadingToolkit, WithAContextThatIsNeverFinishedAThousandTimes)
+{
+    expectNothingLeftBehind([] {
+        void* library = load(LIBRARY);
+        const auto start =
+            reinterpret_cast<int (*)(void**, int, char*, char*)>(dlsym(library, "ZR_Initalize"));
+        const auto finish = reinterpret_cast<void (*)(void*)>(dlsym(library, "ZR_Finish"));
+        void* context = nullptr;
+        char directory[] = WORK_DIR;
+        char name[] = "libZRToolkitV30-v3.4.2.20.so";
+        EXPECT_EQ(start(&context, GetParam(), directory, name), QG_OK);
+        finish(context);
+        dlclose(library);
+    });
+}
+
+TEST_P(LoadingToolkit, ByItselfAThousandTimes)
+{
+    const std::string file =
+        std::string(WORK_DIR) + (GetParam() == 0 ? "/libZRToolkitV30-v3.4.2.20.so" : "/libgpkiapi_v15.so");
+    const char* start = GetParam() == 0 ? "ZRTK_API_Init" : "GPKI_API_Init";
+    expectNothingLeftBehind([&] {
+        void* toolkit = load(file.c_str());
+        void* context = nullptr;
+        char directory[] = WORK_DIR;
+        EXPECT_EQ(reinterpret_cast<int (*)(void**, char*)>(dlsym(toolkit, start))(&context, directory),
+                  QG_OK);
+        dlclose(toolkit);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Sides, LoadingToolkit, testing::Values(0, 1));
+
+} // namespace
