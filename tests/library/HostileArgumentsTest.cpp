@@ -133,7 +133,14 @@ bool needsItsOwnTest(const std::string& name)
            name == "ZR_BINSTR_Delete";
 }
 
-TEST(HostileArguments, NothingButNullsAndZeros)
+/** Makes the home directory before any call asks for it: libnss_wrapper reads its file once. */
+class HostileArguments : public testing::Test
+{
+protected:
+    HostileArguments() { TestHome::path(); }
+};
+
+TEST_F(HostileArguments, NothingButNullsAndZeros)
 {
     for (const Function& function : exportedFunctions()) {
         SCOPED_TRACE(function.name);
@@ -157,7 +164,7 @@ void callWithEveryKind(const Function& function, Word handle)
             }
 }
 
-class HostileArgumentsOnEachSide : public testing::TestWithParam<int>
+class HostileArgumentsOnEachSide : public HostileArguments, public testing::WithParamInterface<int>
 {};
 
 TEST_P(HostileArgumentsOnEachSide, ToTheFlatFamily)
@@ -191,7 +198,7 @@ TEST_P(HostileArgumentsOnEachSide, ToTheListService)
 
 INSTANTIATE_TEST_SUITE_P(Toolkits, HostileArgumentsOnEachSide, testing::Values(TOOLKIT_ZRTK, TOOLKIT_GPKI));
 
-TEST(HostileArguments, SessionsThatNeverStarted)
+TEST_F(HostileArguments, SessionsThatNeverStarted)
 {
     const auto options = std::make_unique<LOADOPT>();
     options->nLibAPIType = 7;
@@ -205,14 +212,14 @@ TEST(HostileArguments, SessionsThatNeverStarted)
     CLP_UnInitalize(handle);
 }
 
-TEST(HostileArguments, MemFreeOfNothing)
+TEST_F(HostileArguments, MemFreeOfNothing)
 {
     void* nothing = nullptr;
     EXPECT_EQ(CLP_MemFree(nullptr, &nothing), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_MemFree(nullptr, nullptr), QG_BAD_ARGUMENT);
 }
 
-TEST(HostileArguments, GetSlectFilePathWithoutABuffer)
+TEST_F(HostileArguments, GetSlectFilePathWithoutABuffer)
 {
     EXPECT_EQ(GetSlectFilePath(100, nullptr), QG_BAD_ARGUMENT);
 }

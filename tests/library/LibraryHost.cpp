@@ -55,17 +55,24 @@ void* openSession(int toolkit)
 
 namespace {
 
-/** Does one step of the ending each time that the event loop comes round with a modal window open. */
+/**
+ * Does one step of the ending each time that the event loop comes round with a modal window open. Single
+ * shots in place of one timer: a timer does not fire again inside the loop that its own step opened.
+ */
 class Person : public QObject
 {
 public:
-    explicit Person(Ending ending) : m_ending(ending)
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this] { step(); });
-        m_timer.start(0);
-    }
+    explicit Person(Ending ending) : m_ending(ending) { comeRound(); }
 
 private:
+    void comeRound()
+    {
+        QTimer::singleShot(0, this, [this] {
+            comeRound();
+            step();
+        });
+    }
+
     void step()
     {
         QWidget* window = QApplication::activeModalWidget();
@@ -85,7 +92,6 @@ private:
 
     Ending m_ending;
     bool m_tried = false;
-    QTimer m_timer;
 };
 
 } // namespace

@@ -4,11 +4,51 @@
 #include <cstdlib>
 #include <cstring>
 #include <malloc.h>
+#include <memory>
+#include <mutex>
 #include <new>
+#include <unordered_set>
 
 #include "toolkit/core/Errors.h"
 
 namespace qgtk {
+
+namespace {
+
+/** The addresses that assign handed out and release has not taken back. */
+class HandedOut
+{
+public:
+    void add(void* bytes)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_addresses.insert(bytes);
+    }
+
+    /** True when the address was one of ours; it no longer is. */
+    bool remove(void* bytes)
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_addresses.erase(bytes) > 0;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::unordered_set<void*> m_addresses;
+};
+
+HandedOut& handedOut()
+{
+    static HandedOut addresses;
+    return addresses;
+}
+
+struct FreeBytes
+{
+    void operator()(unsigned char* bytes) const { std::free(bytes); }
+};
+
+} // namespace
 
 ByteView viewOf(const BINSTR* input)
 {
@@ -19,22 +59,25 @@ ByteView viewOf(const BINSTR* input)
 void release(BINSTR* record)
 {
     // The length is the caller's to change; the allocator knows how much there really is to wipe.
-    if (record->pData)
+    if (handedOut().remove(record->pData)) {
         OPENSSL_cleanse(record->pData, malloc_usable_size(record->pData));
-    std::free(record->pData);
+        std::free(record->pData);
+    }
     *record = BINSTR{};
 }
 
 void assign(BINSTR* output, ByteView bytes)
 {
     require(output != nullptr && bytes.size() < INT_MAX, Code::BadArgument);
-    auto* copy = static_cast<unsigned char*>(std::malloc(bytes.size() + 1));
+    std::unique_ptr<unsigned char, FreeBytes> copy(
+        static_cast<unsigned char*>(std::malloc(bytes.size() + 1)));
     if (!copy)
         throw std::bad_alloc();
-    std::memcpy(copy, bytes.data(), bytes.size());
-    copy[bytes.size()] = 0;
+    std::memcpy(copy.get(), bytes.data(), bytes.size());
+    copy.get()[bytes.size()] = 0;
+    handedOut().add(copy.get());
     release(output);
-    *output = BINSTR{copy, static_cast<int>(bytes.size())};
+    *output = BINSTR{copy.release(), static_cast<int>(bytes.size())};
 }
 
 } // namespace qgtk

@@ -10,12 +10,12 @@ ByteView viewOf(const BINSTR* input);
 
 /**
  * Gives a caller's record a copy of the bytes, with a zero behind them that is not counted. What the record
- * held is wiped and freed first, so it must have been zeroed when it was made. Throws BadArgument,
- * OutOfMemory.
+ * held is wiped and freed first when this library made it; anything else, as what an uncleared record holds
+ * by chance or the caller's own memory, is left alone. Throws BadArgument, OutOfMemory.
  */
 void assign(BINSTR* output, ByteView bytes);
 
-/** Wipes and frees the bytes and empties the record. An empty record stays as it is. */
+/** Wipes and frees the bytes, when this library made them, and empties the record. */
 void release(BINSTR* record);
 
 } // namespace qgtk

@@ -21,9 +21,17 @@ constexpr int lookIntervalMs = 100;
 
 Driver::Driver(Plan plan, QObject* parent) : QObject(parent), m_plan(std::move(plan))
 {
-    auto* timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, &Driver::look);
-    timer->start(lookIntervalMs);
+    comeRound();
+}
+
+void Driver::comeRound()
+{
+    // Single shots in place of one timer, which would not fire inside the loop of a message that look()
+    // raised.
+    QTimer::singleShot(lookIntervalMs, this, [this] {
+        comeRound();
+        look();
+    });
 }
 
 void Driver::look()

@@ -29,6 +29,7 @@ public:
     explicit Driver(Plan plan, QObject* parent = nullptr);
 
 private:
+    void comeRound();
     void look();
     void screenshot(QWidget& window, const QString& name) const;
     bool selectRow(QWidget& dialog) const;
