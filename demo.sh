@@ -41,10 +41,11 @@ case $language in kor | eng) ;; *) usage >&2; exit 2 ;; esac
 build release quillgate-demo quillgate-samples workdir
 
 demo=$PWD/build/demo
+password='quillgate1!'
 if [ ! -f "$demo/passwords.txt" ]; then
     rm -rf "$demo"
     mkdir -p "$demo"
-    build/release/quillgate-samples "$demo" >"$demo/passwords.new"
+    build/release/tools/samples/quillgate-samples --password "$password" "$demo" >"$demo/passwords.new"
     mv "$demo/passwords.new" "$demo/passwords.txt"
 fi
 cat "$demo/passwords.txt"
@@ -60,7 +61,7 @@ if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     export QT_QPA_PLATFORM=offscreen
     unattended=yes
 fi
-[ $unattended = no ] || arguments+=(--unattended)
+[ $unattended = no ] || arguments+=(--unattended --holder 홍길동 --password "$password")
 
 NSS_WRAPPER_PASSWD="$demo/passwd" NSS_WRAPPER_GROUP="$demo/group" LD_PRELOAD=libnss_wrapper.so \
     build/release/quillgate-demo "${arguments[@]}"

@@ -57,10 +57,10 @@ bool printSelection(const SELCERTINFO& selection)
     row("policy", QString::fromUtf8(selection.szCertPolicy).simplified());
     row("valid from", eucKr(selection.szBeforeDay));
     row("valid to", eucKr(selection.szAfterDay));
-    row("certificate file", eucKr(selection.szSignCertPath));
-    row("key file", eucKr(selection.szSignKeyPath));
-    row("KM certificate file", eucKr(selection.szKmCertPath));
-    row("KM key file", eucKr(selection.szKmKeyPath));
+    row("certificate file", QString::fromLocal8Bit(selection.szSignCertPath));
+    row("key file", QString::fromLocal8Bit(selection.szSignKeyPath));
+    row("KM certificate file", QString::fromLocal8Bit(selection.szKmCertPath));
+    row("KM key file", QString::fromLocal8Bit(selection.szKmKeyPath));
     row("key random", bytes(selection.nKeyRandomLen));
     const bool signPair = printPair("Signing pair", selection.szSignCert, selection.nSignCertLen,
                                     selection.szSignKey, selection.nSignKeyLen);
