@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 
+#include "IssuerNames.h"
 #include "OperationLog.h"
 #include "ToolkitBytes.h"
 #include "quillgate/records.h"
@@ -34,7 +35,7 @@ struct CertParserSettings
     SETOID* setOid;            /**< policy filter; null: none */
     int setOidCount;           /**< its entries */
     const OidNames& oidNames;  /**< beats the issuer configuration */
-    const char* configPath;    /**< issuer configuration */
+    IssuerNames& issuerNames;  /**< names of issuers and purposes */
 };
 
 /**

@@ -27,6 +27,9 @@ public:
     /** True for a directory; a symbolic link is none, whatever it leads to. */
     bool isDirectory() const;
 
+    /** True for an entry that is known to be a regular file without asking further. */
+    bool isKnownRegular() const { return m_entry->d_type == DT_REG; }
+
     /** True for "." and "..". */
     bool isDots() const;
 

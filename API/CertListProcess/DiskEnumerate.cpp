@@ -1,6 +1,6 @@
-#include <cstring>
 #include <new>
 
+#include "CertInfoCopy.h"
 #include "DirectoryReader.h"
 #include "DiskDirectories.h"
 #include "HolderPaths.h"
@@ -11,6 +11,7 @@
 int CLoadDISK::LoadCertList()
 {
     return log().traced("CLoadDISK::LoadCertList()", [&]() -> int {
+        const IssuerNames::Keep keepNames(m_issuerNames);
         int total = 0;
         CertCounts counts{};
         for (size_t i = 0; i < KINDS.size(); ++i) {
@@ -130,10 +131,10 @@ void CLoadDISK::walkDirectory(const char* directory, ListWalk& walk)
 /** Parses one candidate and, when it survives the filters, puts it into the list. */
 bool CLoadDISK::takeEntry(const HolderPaths& paths, ListWalk& walk)
 {
-    std::memset(&walk.record, 0, sizeof(walk.record));
+    certinfo::clearRecord(walk.record);
     walk.record.nCertType = walk.certType;
     paths.copyTo(walk.record);
-    if (ParsingCert(walk.onlyCount, &walk.record) != QG_OK)
+    if (parseFiles(walk.record, paths.regular) != QG_OK)
         return false;
     if (!walk.onlyCount)
         CopyCertInfo(walk.position, &walk.record);

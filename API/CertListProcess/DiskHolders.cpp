@@ -23,7 +23,7 @@ constexpr std::size_t EXTENSION_LENGTH = std::string_view(".cer").size();
 void HolderPaths::keepReadableKm()
 {
     // A FIFO, a device and a directory count as a file that can't be opened, and none of them blocks.
-    if (!OpenFile(path[KM_CERT], O_RDONLY).isRegular())
+    if (path[KM_CERT][0] == '\0' || !OpenFile(path[KM_CERT], O_RDONLY).isRegular())
         path[KM_CERT][0] = path[KM_KEY][0] = '\0';
 }
 
@@ -35,8 +35,10 @@ int CLoadDISK::findGpkiFiles(const char* directory, const DirectoryReader& reade
 {
     if (!std::strstr(reader.name(), FLAT_ENDINGS[HolderPaths::SIGN_CERT]) || reader.isDirectory())
         return CLPERR_PASS;
+    paths.clear();
     if (!joinPath(paths.path[HolderPaths::SIGN_CERT], {directory, reader.name()}))
         return CLPERR_PASS;
+    paths.regular[HolderPaths::SIGN_CERT] = reader.isKnownRegular();
     const std::string_view path = paths.path[HolderPaths::SIGN_CERT];
     const std::string_view file = path.substr(0, path.size() - EXTENSION_LENGTH);
     const std::string_view holder = path.substr(0, path.size() - ENDING_LENGTH);
@@ -66,6 +68,7 @@ int CLoadDISK::findNpkiFiles(const char* directory, const DirectoryReader& reade
                 continue;
             if (!joinPath(paths.path[i], {holder, files.name()}))
                 return CLPERR_PASS;
+            paths.regular[i] = files.isKnownRegular();
         }
     }
     paths.keepReadableKm();
@@ -82,6 +85,7 @@ int CLoadDISK::findMpkiPair(const char* directory, const DirectoryReader& reader
     joinText(holder, {name.substr(0, name.size() - ENDING_LENGTH)});
     // The limit is one below the array: with it a path has at most 1022 bytes.
     constexpr int LIMIT = sizeof(paths.path[0]) - 1;
+    paths.clear();
     auto& [signCert, signKey, kmCert, kmKey] = paths.path;
     const int code = GetGPKICertFilePath(const_cast<char*>(directory), holder, LIMIT, signCert, LIMIT,
                                          signKey, LIMIT, kmCert, LIMIT, kmKey);
@@ -109,8 +113,10 @@ int CLoadDISK::findMpkiFiles(const char* directory, const DirectoryReader& reade
         if (!joinPath(path, {holder, "/", files.name()}))
             return CLPERR_PASS;
         for (int i = 0; i < HolderPaths::FILES; ++i) {
-            if (strcasestr(path, HOLDER_FILES[i]))
-                joinText(paths.path[i], {path});
+            if (!strcasestr(path, HOLDER_FILES[i]))
+                continue;
+            joinText(paths.path[i], {path});
+            paths.regular[i] = files.isKnownRegular();
         }
     }
     paths.keepReadableKm();

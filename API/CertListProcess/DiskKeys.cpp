@@ -91,7 +91,7 @@ int CLoadDISK::changeKeyFile(const KeyFields& key, CERTINFO& record, char* pszOl
     const OperationLog trace = log();
     ToolkitBytes before(m_pZRWrapCtx);
     ToolkitBytes after(m_pZRWrapCtx);
-    if (const int code = readFile(record.*key.path, before)) {
+    if (const int code = readFile(record.*key.path, false, before)) {
         trace.failure(tag, "MediaDiskReadFile()", code);
         return CLPERR_FILE_READ;
     }

@@ -5,6 +5,7 @@
 #include "BoundedText.h"
 #include "CertInfoCopy.h"
 #include "CertParser.h"
+#include "HolderPaths.h"
 #include "LoadDISK.h"
 #include "Secret.h"
 #include "ToolkitBytes.h"
@@ -13,9 +14,6 @@
 namespace {
 
 constexpr int FIELD_LIMIT = 4095;
-
-/** Certificates and keys have some thousand bytes; nothing near this size is one. */
-constexpr off_t FILE_LIMIT = 16 * 1024 * 1024;
 
 /** Stores at most 4095 bytes and gives their number. */
 int store(char (&field)[4096], const ToolkitBytes& bytes)
@@ -40,53 +38,59 @@ void storeKmPair(CERTINFO& record, const ToolkitBytes& cert, const ToolkitBytes&
 
 int CLoadDISK::ParsingCert(bool /*bOnlyCount*/, CERTINFO* stCertInfo)
 {
-    if (!stCertInfo)
-        return QG_BAD_ARGUMENT;
+    return stCertInfo ? parseFiles(*stCertInfo, {}) : QG_BAD_ARGUMENT;
+}
+
+/** ParsingCert with what the walk has seen of the files' types. */
+int CLoadDISK::parseFiles(CERTINFO& record, const KnownRegular& regular)
+{
     const OperationLog trace = log();
     return trace.traced(CertParserRules::disk.tag, [&]() -> int {
-        stCertInfo->nMediaType = m_nMediaType;
+        record.nMediaType = m_nMediaType;
         if (m_nMediaType == MEDIA_REMOVABLE)
-            copyText(stCertInfo->szDriveInfo, m_szSelRemDrive);
+            copyText(record.szDriveInfo, m_szSelRemDrive);
         ToolkitBytes signCert(m_pZRWrapCtx);
-        if (const int code = readSignPair(trace, *stCertInfo, signCert))
+        if (const int code = readSignPair(trace, record, regular, signCert))
             return code;
-        if (const int code = readKmPair(trace, *stCertInfo))
+        if (const int code = readKmPair(trace, record, regular))
             return code;
         const CertParserSettings settings = {m_stLoadCertOpt, m_pstSetOid, m_nSetPolicyOIDCnt, m_mapOidList,
-                                             m_szConfigPath};
-        return CertParser(CertParserRules::disk, settings, trace, *stCertInfo).parse(signCert.get());
+                                             m_issuerNames};
+        return CertParser(CertParserRules::disk, settings, trace, record).parse(signCert.get());
     });
 }
 
-/** Reads a file through the toolkit, which is not asked for what is no file or too large to be one of ours.
- */
-int CLoadDISK::readFile(char* pszFilePath, ToolkitBytes& bytes)
+/** Reads a file through the toolkit, which is not asked for a FIFO or a device: it might wait for it. */
+int CLoadDISK::readFile(char* pszFilePath, bool isRegular, ToolkitBytes& bytes)
 {
     struct stat status
     {};
-    if (stat(pszFilePath, &status) == 0 && (!S_ISREG(status.st_mode) || status.st_size > FILE_LIMIT))
+    if (!isRegular && stat(pszFilePath, &status) == 0 && !S_ISREG(status.st_mode))
         return CLPERR_FILE_READ;
     return MediaDiskReadFile(m_pZRWrapCtx, pszFilePath, bytes.get());
 }
 
 /** Reads a file that no certificate may lack: one without its key file does not exist for the user. */
-int CLoadDISK::readRequired(const OperationLog& trace, const char* name, char* pszFilePath,
+int CLoadDISK::readRequired(const OperationLog& trace, const char* name, char* pszFilePath, bool isRegular,
                             ToolkitBytes& bytes)
 {
     trace.value("CLoadDISK::ParsingCert() ", name, pszFilePath);
-    const int code = readFile(pszFilePath, bytes);
+    const int code = readFile(pszFilePath, isRegular, bytes);
     if (code == QG_OK)
         return QG_OK;
     trace.failure(CertParserRules::disk.tag, "MediaDiskReadFile()", code);
     return CLPERR_CERT_FIELD;
 }
 
-int CLoadDISK::readSignPair(const OperationLog& trace, CERTINFO& record, ToolkitBytes& signCert)
+int CLoadDISK::readSignPair(const OperationLog& trace, CERTINFO& record, const KnownRegular& regular,
+                            ToolkitBytes& signCert)
 {
     ToolkitBytes signKey(m_pZRWrapCtx);
-    if (const int code = readRequired(trace, "szSignCertPath", record.szSignCertPath, signCert))
+    if (const int code = readRequired(trace, "szSignCertPath", record.szSignCertPath,
+                                      regular[HolderPaths::SIGN_CERT], signCert))
         return code;
-    if (const int code = readRequired(trace, "szSignKeyPath", record.szSignKeyPath, signKey))
+    if (const int code = readRequired(trace, "szSignKeyPath", record.szSignKeyPath,
+                                      regular[HolderPaths::SIGN_KEY], signKey))
         return code;
     if (signCert.size() > 0)
         record.nSignCertLen = store(record.szSignCert, signCert);
@@ -98,7 +102,7 @@ int CLoadDISK::readSignPair(const OperationLog& trace, CERTINFO& record, Toolkit
     return QG_OK;
 }
 
-int CLoadDISK::readKmPair(const OperationLog& trace, CERTINFO& record)
+int CLoadDISK::readKmPair(const OperationLog& trace, CERTINFO& record, const KnownRegular& regular)
 {
     const bool demanded = m_stLoadCertOpt.nCertUsageType == CERTUSAGE_KM_PAIR;
     if (record.szKmCertPath[0] == '\0' || record.szKmKeyPath[0] == '\0')
@@ -109,8 +113,8 @@ int CLoadDISK::readKmPair(const OperationLog& trace, CERTINFO& record)
     }
     ToolkitBytes cert(m_pZRWrapCtx);
     ToolkitBytes key(m_pZRWrapCtx);
-    const int certCode = readFile(record.szKmCertPath, cert);
-    const int keyCode = readFile(record.szKmKeyPath, key);
+    const int certCode = readFile(record.szKmCertPath, regular[HolderPaths::KM_CERT], cert);
+    const int keyCode = readFile(record.szKmKeyPath, regular[HolderPaths::KM_KEY], key);
     if (demanded && (certCode != QG_OK || keyCode != QG_OK)) {
         record.szKmCertPath[0] = record.szKmKeyPath[0] = '\0';
         return CLPERR_PASS;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "BoundedText.h"
 #include "quillgate/records.h"
 
@@ -16,12 +18,14 @@ struct HolderPaths
     };
 
     char path[FILES][1024];
+    std::array<bool, FILES> regular; /**< known to be a regular file: the walk has seen its type */
 
     /** Empties all paths. */
     void clear()
     {
         for (auto& text : path)
             text[0] = '\0';
+        regular.fill(false);
     }
 
     /** Puts the paths that are there into a record. */

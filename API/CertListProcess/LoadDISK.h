@@ -199,6 +199,9 @@ private:
     using Finder = int (CLoadDISK::*)(const char* directory, const DirectoryReader& reader,
                                       HolderPaths& paths);
 
+    /** For each file of a holder, in the order of HolderPaths: known to be a regular file. */
+    using KnownRegular = std::array<bool, 4>;
+
     /** State of one walk over a kind's directories. */
     struct ListWalk
     {
@@ -209,6 +212,8 @@ private:
         int result = QG_OK; /**< of the last candidate's finder */
         CERTINFO record{};  /**< work record */
     };
+
+    IssuerNames m_issuerNames{m_szConfigPath};
 
     OperationLog log() { return {m_szLogFilePath, m_pZRWrapCtx, m_szErrMsg}; }
 
@@ -226,9 +231,12 @@ private:
     int findNpkiFiles(const char* directory, const DirectoryReader& reader, HolderPaths& paths);
     int findMpkiPair(const char* directory, const DirectoryReader& reader, HolderPaths& paths);
     int findMpkiFiles(const char* directory, const DirectoryReader& reader, HolderPaths& paths);
-    int readFile(char* pszFilePath, ToolkitBytes& bytes);
-    int readRequired(const OperationLog& trace, const char* name, char* pszFilePath, ToolkitBytes& bytes);
-    int readSignPair(const OperationLog& trace, CERTINFO& record, ToolkitBytes& signCert);
-    int readKmPair(const OperationLog& trace, CERTINFO& record);
+    int parseFiles(CERTINFO& record, const KnownRegular& regular);
+    int readFile(char* pszFilePath, bool isRegular, ToolkitBytes& bytes);
+    int readRequired(const OperationLog& trace, const char* name, char* pszFilePath, bool isRegular,
+                     ToolkitBytes& bytes);
+    int readSignPair(const OperationLog& trace, CERTINFO& record, const KnownRegular& regular,
+                     ToolkitBytes& signCert);
+    int readKmPair(const OperationLog& trace, CERTINFO& record, const KnownRegular& regular);
     int changeKeyFile(const KeyFields& key, CERTINFO& record, char* pszOldPassword, char* pszNewPassword);
 };

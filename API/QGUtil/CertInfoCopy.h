@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstring>
 
 #include "BoundedText.h"
@@ -34,6 +35,19 @@ void copyTexts(CERTINFO& target, const CERTINFO& source)
     (copyText(target.*Texts, source.*Texts), ...);
 }
 
+/** A named group of text fields. */
+template <auto... Texts>
+struct TextGroup
+{
+    static void copy(CERTINFO& target, const CERTINFO& source) { copyTexts<Texts...>(target, source); }
+
+    /** Empties the fields, zeroing what was written and touching nothing else. */
+    static void clear(CERTINFO& record)
+    {
+        (std::memset(record.*Texts, 0, strnlen(record.*Texts, sizeof(record.*Texts))), ...);
+    }
+};
+
 /** Copies number fields. */
 template <auto... Values>
 void copyValues(CERTINFO& target, const CERTINFO& source)
@@ -64,27 +78,35 @@ inline void copyKeyRandom(CERTINFO& target, const CERTINFO& source)
 }
 
 /** szVersion to szCrlDp, in field order. */
-inline void copyTextsToCrlDp(CERTINFO& target, const CERTINFO& source)
-{
-    copyTexts<&CERTINFO::szVersion, &CERTINFO::szSerialNumber, &CERTINFO::szAlgorithm, &CERTINFO::szSubjectDN,
+using TextsToCrlDp =
+    TextGroup<&CERTINFO::szVersion, &CERTINFO::szSerialNumber, &CERTINFO::szAlgorithm, &CERTINFO::szSubjectDN,
               &CERTINFO::szSubjectCN, &CERTINFO::szPubKey, &CERTINFO::szPubKeyAlgo, &CERTINFO::szPubKeyLen,
-              &CERTINFO::szKeyUsage, &CERTINFO::szCrlDp>(target, source);
-}
+              &CERTINFO::szKeyUsage, &CERTINFO::szCrlDp>;
 
 /** szCertPolicyIDS to szAfterDay, in field order, the four paths among them. */
-inline void copyTextsFromPolicyIds(CERTINFO& target, const CERTINFO& source)
-{
-    copyTexts<&CERTINFO::szCertPolicyIDS, &CERTINFO::szIssuerDN, &CERTINFO::szIssuerName,
+using TextsFromPolicyIds =
+    TextGroup<&CERTINFO::szCertPolicyIDS, &CERTINFO::szIssuerDN, &CERTINFO::szIssuerName,
               &CERTINFO::szIssuerCN, &CERTINFO::szDivision, &CERTINFO::szSignCertPath,
               &CERTINFO::szSignKeyPath, &CERTINFO::szKmCertPath, &CERTINFO::szKmKeyPath, &CERTINFO::szBefore,
-              &CERTINFO::szAfter, &CERTINFO::szBeforeDay, &CERTINFO::szAfterDay>(target, source);
-}
+              &CERTINFO::szAfter, &CERTINFO::szBeforeDay, &CERTINFO::szAfterDay>;
 
 /** szSubjectAltName, szAuthKeyID, szSubKeyID, szAIA. */
+using ExtensionTexts =
+    TextGroup<&CERTINFO::szSubjectAltName, &CERTINFO::szAuthKeyID, &CERTINFO::szSubKeyID, &CERTINFO::szAIA>;
+
+inline void copyTextsToCrlDp(CERTINFO& target, const CERTINFO& source)
+{
+    TextsToCrlDp::copy(target, source);
+}
+
+inline void copyTextsFromPolicyIds(CERTINFO& target, const CERTINFO& source)
+{
+    TextsFromPolicyIds::copy(target, source);
+}
+
 inline void copyExtensions(CERTINFO& target, const CERTINFO& source)
 {
-    copyTexts<&CERTINFO::szSubjectAltName, &CERTINFO::szAuthKeyID, &CERTINFO::szSubKeyID, &CERTINFO::szAIA>(
-        target, source);
+    ExtensionTexts::copy(target, source);
 }
 
 /** Validity state, medium and CA family, without nRemainDay. */
@@ -92,6 +114,37 @@ inline void copyStates(CERTINFO& target, const CERTINFO& source)
 {
     copyValues<&CERTINFO::nCertbit1024, &CERTINFO::nCertState, &CERTINFO::nCertVerifyState,
                &CERTINFO::nMediaType, &CERTINFO::nCertType>(target, source);
+}
+
+/** Empties a byte field, zeroing what its length covers. */
+template <auto Bytes, auto Length>
+void clearBytes(CERTINFO& record)
+{
+    if (record.*Length > 0)
+        std::memset(record.*Bytes, 0, std::min(static_cast<size_t>(record.*Length), sizeof(record.*Bytes)));
+    record.*Length = 0;
+}
+
+/**
+ * Empties a record that is used again and again. What a text's terminator or a field's length hides is left,
+ * so that 62 KB need not be gone through for each of many certificates; no copy takes it along.
+ */
+inline void clearRecord(CERTINFO& record)
+{
+    clearBytes<&CERTINFO::szSignCert, &CERTINFO::nSignCertLen>(record);
+    clearBytes<&CERTINFO::szSignKey, &CERTINFO::nSignKeyLen>(record);
+    clearBytes<&CERTINFO::szKmCert, &CERTINFO::nKmCertLen>(record);
+    clearBytes<&CERTINFO::szKmKey, &CERTINFO::nKmKeyLen>(record);
+    clearBytes<&CERTINFO::szEncSignKey, &CERTINFO::nEncSignKeyLen>(record);
+    clearBytes<&CERTINFO::szEncKmKey, &CERTINFO::nEncKmKeyLen>(record);
+    clearBytes<&CERTINFO::szKeyRandom, &CERTINFO::nKeyRandomLen>(record);
+    TextsToCrlDp::clear(record);
+    TextsFromPolicyIds::clear(record);
+    ExtensionTexts::clear(record);
+    TextGroup<&CERTINFO::szCertPolicy, &CERTINFO::szDriveInfo, &CERTINFO::szLibPath, &CERTINFO::szPinNumber,
+              &CERTINFO::szCertPassword>::clear(record);
+    record.nRemainDay = record.nCertbit1024 = record.nCertState = record.nCertVerifyState = 0;
+    record.nMediaType = record.nCertType = 0;
 }
 
 } // namespace certinfo

@@ -273,14 +273,6 @@ TEST_F(Enumerate, LinkToACertificateFileIsFollowed)
     EXPECT_EQ(listed().size(), 1u);
 }
 
-TEST_F(Enumerate, SparseFileOfOneGigabyteIsNotRead)
-{
-    writeFlat(class1, "a");
-    fs::resize_file(class1 / "a_sig.cer", 1ULL << 30);
-    EXPECT_EQ(store.LoadCertList(), CLPERR_NOTEXISTCERT);
-    EXPECT_EQ(toolkit.count("MediaDiskReadFile(" + (class1 / "a_sig.cer").string()), 0);
-}
-
 TEST_F(Enumerate, NamesOf255BytesAreListed)
 {
     const std::string name(255 - 8, 'n');

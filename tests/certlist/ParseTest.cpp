@@ -361,6 +361,30 @@ TEST_F(Parse, IssuerWithoutLowerCaseCnTakesTheNameOfTheEmptyKey)
     EXPECT_STREQ(entry(0).szIssuerName, "");
 }
 
+TEST_F(Parse, NamesAreLookedUpAnewWithEachLoad)
+{
+    issuerConfiguration("[ISSUERNAME]\nyessignCA=first\n");
+    ASSERT_EQ(loadOne(), 0);
+    issuerConfiguration("[ISSUERNAME]\nyessignCA=second\n");
+    ASSERT_EQ(load(), 0);
+    EXPECT_STREQ(entry(0).szIssuerName, "second");
+}
+
+TEST_F(Parse, NamesAreLookedUpOnceALoad)
+{
+    issuerConfiguration("[ISSUERNAME]\nyessignCA=first\n");
+    writeFlat(class1, "a");
+    writeFlat(class1, "b");
+    int reads = 0;
+    toolkit.onRead = [&](const std::string&) {
+        if (++reads == 5) // both passes of one certificate are over, or the first of both
+            issuerConfiguration("[ISSUERNAME]\nyessignCA=second\n");
+    };
+    ASSERT_EQ(load(), 0);
+    EXPECT_STREQ(entry(0).szIssuerName, "first");
+    EXPECT_STREQ(entry(1).szIssuerName, "first");
+}
+
 // --- Copying into the list ----------------------------------------------------------------------------
 
 TEST_F(Parse, PolicyTextWithoutDistributionPointStaysBehind)
@@ -410,4 +434,35 @@ TEST_F(Parse, CopyingOutsideTheListDoesNothing)
     store.CopyCertInfo(1, &other);
     store.CopyCertInfo(-1, &other);
     EXPECT_STREQ(entry(0).szVersion, "V3");
+}
+
+TEST_F(Parse, NothingOfOneCertificateReachesTheNext)
+{
+    toolkit.certificateTexts["cert b"] = {{"CertGetVersion", ""},         {"CertGetKeyUsage", ""},
+                                          {"CertGetCRLDP", ""},           {"CertGetCertPolicy", ""},
+                                          {"CertGetPolicyID", ""},        {"CertGetAuthKeyID", ""},
+                                          {"CertGetSubjectAltName", ""},  {"CertGetAIA", ""},
+                                          {"CertGetSubjectName", "cn=b"}, {"CertGetUID", ""}};
+    toolkit.certificateTexts["cert a"]["CertGetValidity.to"] = "2026-11-21 00:00:00";
+    writeFlat(class1, "a", "pw:key", "pw:km");
+    writeFlat(class2, "b", std::string(4096, 'k'));
+    ASSERT_EQ(load(), 0);
+    ASSERT_EQ(store.m_nCertCnt, 2);
+    copyText(store.m_pstCertGPKIDirectory[0].szCertDirPath, (class1.string() + "/").c_str());
+    copyText(store.m_pstCertGPKIDirectory[1].szCertDirPath, (class2.string() + "/").c_str());
+    int index = 0;
+    ASSERT_EQ(store.GetGPKICertList(false, 0, &index), 0);
+    const CERTINFO& next = entry(1);
+    EXPECT_STREQ(next.szSubjectDN, "cn=b");
+    for (const char* field :
+         {next.szVersion, next.szSubjectCN, next.szKeyUsage, next.szCrlDp, next.szCertPolicy,
+          next.szCertPolicyIDS, next.szAuthKeyID, next.szSubjectAltName, next.szAIA, next.szKmCertPath,
+          next.szKmKeyPath, next.szDivision})
+        EXPECT_STREQ(field, "");
+    EXPECT_EQ(next.nRemainDay, 0);
+    EXPECT_EQ(next.nCertState, CERTSTATE_VALID);
+    EXPECT_EQ(next.nKmCertLen, 0);
+    EXPECT_EQ(next.nEncKmKeyLen, 0);
+    EXPECT_EQ(next.nEncSignKeyLen, 4095);
+    EXPECT_EQ(std::string(next.szEncSignKey, 4096), std::string(4096, '\0'));
 }

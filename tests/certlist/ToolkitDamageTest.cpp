@@ -75,3 +75,12 @@ TEST_F(Damage, FifoInPlaceOfAKeyFileDoesNotBlockAPasswordChange)
     mkfifo((folder / "signPri.key").c_str(), 0600);
     EXPECT_EQ(CLP_ChangePassword(handle, 0, text("pw"), text("new")), CLPERR_FILE_READ);
 }
+
+TEST_F(Damage, SparseFilesOfOneGigabyteAreRefused)
+{
+    for (const char* file : {"signCert.der", "signPri.key"}) {
+        writeHolder({.sign = files});
+        fs::resize_file(folder / file, 1ULL << 30);
+        EXPECT_EQ(load(), CLPERR_NOTEXISTCERT) << file;
+    }
+}
