@@ -444,6 +444,7 @@ TEST_F(Parse, NothingOfOneCertificateReachesTheNext)
                                           {"CertGetSubjectAltName", ""},  {"CertGetAIA", ""},
                                           {"CertGetSubjectName", "cn=b"}, {"CertGetUID", ""}};
     toolkit.certificateTexts["cert a"]["CertGetValidity.to"] = "2026-11-21 00:00:00";
+    toolkit.certificateTexts["cert b"]["CertGetValidity.to"] = "2030-01-01 00:00:00";
     writeFlat(class1, "a", "pw:key", "pw:km");
     writeFlat(class2, "b", std::string(4096, 'k'));
     ASSERT_EQ(load(), 0);
@@ -456,8 +457,7 @@ TEST_F(Parse, NothingOfOneCertificateReachesTheNext)
     EXPECT_STREQ(next.szSubjectDN, "cn=b");
     for (const char* field :
          {next.szVersion, next.szSubjectCN, next.szKeyUsage, next.szCrlDp, next.szCertPolicy,
-          next.szCertPolicyIDS, next.szAuthKeyID, next.szSubjectAltName, next.szAIA, next.szKmCertPath,
-          next.szKmKeyPath, next.szDivision})
+          next.szCertPolicyIDS, next.szAuthKeyID, next.szSubjectAltName, next.szAIA, next.szDivision})
         EXPECT_STREQ(field, "");
     EXPECT_EQ(next.nRemainDay, 0);
     EXPECT_EQ(next.nCertState, CERTSTATE_VALID);
