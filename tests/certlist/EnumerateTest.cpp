@@ -197,7 +197,7 @@ TEST_F(Enumerate, FileThatArrivesBetweenThePassesFindsNoPlace)
     fs::create_directories(class2);
     ASSERT_EQ(store.LoadCertList(), 0);
     EXPECT_EQ(store.m_nCertCnt, 1);
-    EXPECT_EQ(listed().size(), 1u);
+    EXPECT_EQ(toolkit.count("CertLoad"), 2) << "the walk stops when the list is full";
 }
 
 TEST_F(Enumerate, EarlierListStaysReadableWhenAllFiltersFail)

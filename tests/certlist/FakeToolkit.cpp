@@ -139,6 +139,8 @@ int ZR_BINSTR_Create(void*, BINSTR* pBinstr)
 int ZR_BINSTR_Delete(void*, BINSTR* pBinstr)
 {
     --fake().liveBytes;
+    fake().unwiped += std::any_of(pBinstr->pData, pBinstr->pData + pBinstr->nLen,
+                                  [](unsigned char byte) { return byte != 0; });
     delete[] pBinstr->pData;
     *pBinstr = {};
     return 0;

@@ -40,6 +40,7 @@ public:
     std::function<std::string(const std::string& password, const std::string& encrypted)> decrypt;
 
     int liveBytes = 0; /**< byte strings created and not deleted */
+    int unwiped = 0;   /**< byte strings that still held bytes when they were deleted */
     int loaded = 0;    /**< certificates loaded and not unloaded */
     int contexts = 0;  /**< contexts started and not finished */
 

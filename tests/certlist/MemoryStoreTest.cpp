@@ -15,6 +15,7 @@ protected:
     ~MemoryStore() override
     {
         EXPECT_EQ(toolkit.liveBytes, 0);
+        EXPECT_EQ(toolkit.unwiped, 0);
         EXPECT_EQ(toolkit.loaded, 0);
     }
 

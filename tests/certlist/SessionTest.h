@@ -24,6 +24,7 @@ protected:
         if (handle)
             CLP_UnInitalize(handle);
         EXPECT_EQ(toolkit.liveBytes, 0);
+        EXPECT_EQ(toolkit.unwiped, 0);
         EXPECT_EQ(toolkit.loaded, 0);
         EXPECT_EQ(toolkit.contexts, 0);
         szLogFilePath[0] = '\0';

@@ -69,6 +69,7 @@ protected:
     ~DiskTest() override
     {
         EXPECT_EQ(toolkit.liveBytes, 0) << "byte strings are left";
+        EXPECT_EQ(toolkit.unwiped, 0);
         EXPECT_EQ(toolkit.loaded, 0) << "a certificate is left loaded";
     }
 

@@ -142,3 +142,21 @@ TEST_F(Secrets, NothingIsLeftAfterANewLoad)
     ASSERT_EQ(load(), 0);
     expectNothingLeft();
 }
+
+TEST_F(Secrets, HandedOutKeyIsWipedWhenItIsFreed)
+{
+    ASSERT_EQ(load(), 0);
+    char* out[2] = {};
+    int length[2] = {};
+    {
+        Plain plain;
+        ASSERT_EQ(CLP_DecryptPriKeyData(handle, 0, plain.text, &out[0], &length[0], &out[1], &length[1]), 0);
+    }
+    ASSERT_EQ(CP_ClearCertData(handle), 0);
+    EXPECT_EQ(signKey.count(), 1) << "the host's buffer";
+    EXPECT_EQ(kmKey.count(), 1);
+    free(out[0]);
+    EXPECT_EQ(signKey.count(), 0);
+    free(out[1]);
+    EXPECT_EQ(kmKey.count(), 0);
+}
