@@ -27,16 +27,22 @@ char passwordAt(std::size_t index)
     return static_cast<char>(static_cast<unsigned char>(maskedPassword()[index]) ^ Needle::MASK);
 }
 
+/** The later part of the password: its start is the first that reused memory overwrites. */
+std::string maskedPart()
+{
+    return maskedPassword().substr(8, 12);
+}
+
 Needle bytePassword()
 {
-    return Needle(maskedPassword());
+    return Needle(maskedPart());
 }
 
 /** The password as the widgets hold it: two bytes a character. */
 Needle widePassword()
 {
     std::string masked;
-    for (char character : maskedPassword())
+    for (char character : maskedPart())
         masked += {character, static_cast<char>(Needle::MASK)};
     return Needle(masked);
 }
