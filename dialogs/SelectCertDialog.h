@@ -115,7 +115,7 @@ public:
     LOADSELECTCERTOPTION m_stSelectOpt;
     EXTRAOPTION m_stExtraOpt = {};
     SELCERTINFO m_stSelCertInfo;   ///< the outcome, kept for the host's later calls on the shared dialog
-    CERTINFO* m_pCertList;         ///< m_nCertCount records, new[]; null when there are none
+    CERTINFO* m_pCertList;         ///< m_nCertCount records, see CertInfoList.h; null when there are none
     int m_nLibAPIType;             ///< toolkit that decodes the logo
     int m_nLanguage;               ///< 1 Korean, any other English
     char m_szLangFolder[260] = {}; ///< stays empty, see on_pushButton_remove_clicked

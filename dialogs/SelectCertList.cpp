@@ -1,10 +1,11 @@
 /* The upper half of SelectCertDialog: media buttons, loading of the list, the table. */
 
 #include <QTableView>
-#include <new>
+#include <utility>
 
 #include "BoundedText.h"
 #include "CertInfoCopy.h"
+#include "CertInfoList.h"
 #include "Doors.h"
 #include "PasswordEdit.h"
 #include "RemoveableDialog.h"
@@ -82,7 +83,7 @@ int SelectCertDialog::loadDisk(int nMediaType, int nSubIndex)
  */
 int SelectCertDialog::fillCertList()
 {
-    m_pCertList = new (std::nothrow) CERTINFO[static_cast<std::size_t>(m_nCertCount)]();
+    m_pCertList = makeCertInfoList(m_nCertCount).release();
     if (!m_pCertList) {
         m_nCertCount = 0;
         return QG_NO_MEMORY;
@@ -99,13 +100,10 @@ int SelectCertDialog::fillCertList()
     return result;
 }
 
+/** Wipes the keys in the list and frees it. */
 void SelectCertDialog::freeCertList()
 {
-    if (m_pCertList)
-        wipe(m_pCertList, static_cast<std::size_t>(m_nCertCount) * sizeof(CERTINFO));
-    delete[] m_pCertList;
-    m_pCertList = nullptr;
-    m_nCertCount = 0;
+    CertInfoListDeleter{std::exchange(m_nCertCount, 0)}(std::exchange(m_pCertList, nullptr));
 }
 
 void SelectCertDialog::CopyCertInfoList(int nIndex, tagCERTINFO* pInfo)

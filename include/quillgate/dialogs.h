@@ -142,15 +142,19 @@ static_assert(offsetof(SELCERTINFO, szPinNumber) == 28192 && sizeof(SELCERTINFO)
 QUILLGATE_PLAIN_API int ShowUserCertInit(int argc, char** argv);
 
 /*
- * Runs one selection on the shared dialog. ShowUserCertInit must be running on another thread; without it the
- * call never returns. The pointer arguments a, b and c are not read; pInit, pLoad, pExtra and pOut must be
- * set. 0: accepted, pOut is filled. -1: closed without a choice, pOut is as it was. Other: the code of
- * CLP_Initalize or CLP_SetType, and the dialog was never shown.
+ * Runs one selection on the shared dialog. ShowUserCertInit must be running on another thread, or the call
+ * come from its event loop; without it the call never returns. The dialog's modal loop runs on the calling
+ * thread, all work on widgets on that of ShowUserCertInit. The pointer arguments a, b and c are not read;
+ * pInit, pLoad, pExtra and pOut must be set. 0: accepted, pOut is filled. -1: closed without a choice, pOut
+ * is as it was. 10003: out of memory. 10004: pLoad, pExtra or pOut is null. Other: the code of CLP_Initalize
+ * or CLP_SetType, and the dialog was never shown.
  */
 QUILLGATE_PLAIN_API int ShowUserCert(void* a, void* b, INITOPT* pInit, LOADSELECTCERTOPTION* pLoad, void* c,
                                      EXTRAOPTION* pExtra, SELCERTINFO* pOut);
 
-/* The same on a dialog of its own, under the host's QApplication and on its thread. Its stack takes 300 KB.
+/*
+ * The same on a dialog of its own, under the host's QApplication and on its thread. 10004 also without a
+ * QApplication.
  */
 QUILLGATE_PLAIN_API int ShowUserCert_T(INITOPT* pInit, LOADSELECTCERTOPTION* pLoad, void* c,
                                        EXTRAOPTION* pExtra, SELCERTINFO* pOut);
