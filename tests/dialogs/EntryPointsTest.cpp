@@ -13,7 +13,7 @@
 
 // The debug line's writer is local to its file. This program takes that file in, in the place of the
 // library's.
-#include "CertManager.cpp"
+#include "CertManager.cpp" // NOLINT(bugprone-suspicious-include)
 
 namespace {
 

@@ -96,7 +96,7 @@ Widget& child(const QWidget& window, const char* name)
 }
 
 /** Has the user do something to the next dialog that opens, on the application's thread. */
-void user(std::function<void(QDialog&)> step)
+void user(const std::function<void(QDialog&)>& step)
 {
     waitForApplication();
     const auto watch = [step] {
