@@ -28,9 +28,9 @@ TEST_F(Session, EnglishSessionTakesTheEnglishConfiguration)
 {
     CCertListProcInterface english;
     english.m_nLanguage = LANGUAGE_ENGLISH;
-    copyText(english.m_szWorkDir, "/work");
+    copyText(english.m_szWorkDir, "/some");
     EXPECT_EQ(english.SetConfigPath(), 0);
-    EXPECT_STREQ(english.m_szConfPath, "/work/IssuerOid_Eng.conf");
+    EXPECT_STREQ(english.m_szConfPath, "/some/IssuerOid_Eng.conf");
 }
 
 TEST_F(Session, NamedConfigurationIsUsedUnchanged)
