@@ -1,5 +1,6 @@
 /* How the selection dialog is built and lettered: widgets, options, media images, logo. */
 
+#include <QBuffer>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -323,6 +324,19 @@ private slots:
         copyText(bench.load->szLogoName, "LOAD_DATA");
         copyText(bench.extra->szLogoData, "this is no image");
         QCOMPARE(shownLogo(bench.open()), resourceLogo("Logo.bmp"));
+    }
+
+    void logoDataIsDecodedByTheToolkit()
+    {
+        QImage picture(371, 81, QImage::Format_RGB32);
+        picture.fill(Qt::darkCyan);
+        QBuffer bmp;
+        QVERIFY(picture.save(&bmp, "BMP"));
+        DialogBench bench;
+        copyText(bench.init.szWorkDir, QUILLGATE_WORKDIR);
+        copyText(bench.load->szLogoName, "LOAD_DATA");
+        copyText(bench.extra->szLogoData, bmp.data().toBase64().constData());
+        QCOMPARE(shownLogo(bench.open()), picture);
     }
 
     void theTaxLogoWinsOverAllOthers()
