@@ -54,6 +54,12 @@ cat "$demo/passwords.txt"
 printf '%s:x:%s:%s::%s:/bin/sh\n' "$(id -un)" "$(id -u)" "$(id -g)" "$demo/home" >"$demo/passwd"
 printf '%s:x:%s:\n' "$(id -gn)" "$(id -g)" >"$demo/group"
 
+# Where Qt keeps its sockets; a machine without a login session has none.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    mkdir -p -m 700 "$demo/run"
+    export XDG_RUNTIME_DIR=$demo/run
+fi
+
 arguments=(--work "$demo/work" --language "$language")
 [ -z "$screenshots" ] || { mkdir -p "$screenshots"; arguments+=(--screenshots "$screenshots"); }
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then

@@ -4,6 +4,7 @@
 #include "Ratios.h"
 
 #include <QApplication>
+#include <TestHome.h>
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -33,6 +34,8 @@ std::vector<Ratio> ratios()
 
 int main(int argc, char** argv)
 {
+    // Before Qt asks for the user: libnss_wrapper reads its file once.
+    TestHome::path();
     const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
