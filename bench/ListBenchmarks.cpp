@@ -17,8 +17,7 @@ namespace {
 std::vector<std::string> certificateFiles()
 {
     std::vector<std::string> files;
-    const auto follow = fs::directory_options::follow_directory_symlink;
-    for (const auto& entry : fs::recursive_directory_iterator(TestHome::path(), follow))
+    for (const auto& entry : fs::recursive_directory_iterator(TestHome::path()))
         if (entry.path().filename() == "signCert.der")
             files.push_back(entry.path());
     return files;

@@ -37,14 +37,18 @@ int Session::load(int expected) const
 void useHome(const std::string& name, const std::function<void(const fs::path& root)>& fill)
 {
     static std::map<std::string, fs::path> trees;
+    static fs::path current;
     auto [tree, isNew] = trees.try_emplace(name);
     if (isNew) {
         tree->second = TestHome::scratch(name);
         fill(tree->second);
     }
-    const fs::path link = TestHome::path() / "NPKI";
-    fs::remove(link);
-    fs::create_directory_symlink(tree->second / "NPKI", link);
+    // Moved, not linked to: a link would lengthen every path that is looked up.
+    const fs::path home = TestHome::path() / "NPKI";
+    if (!current.empty())
+        fs::rename(home, current / "NPKI");
+    current = tree->second;
+    fs::rename(current / "NPKI", home);
 }
 
 void useHomeOf(long count)

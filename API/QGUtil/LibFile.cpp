@@ -77,72 +77,83 @@ private:
     ConfigProfileS** m_end = &m_first;
 };
 
-/** As _DecodeConfigProfile, from a text in memory; null when memory ran out. */
-ConfigProfileS* decodeText(std::string_view text)
+/** Goes through a text line by line, as _DecodeConfigProfile would cut it into nodes, without making any. */
+class Lines
 {
-    ListBuilder list;
-    while (!text.empty()) {
-        const std::size_t length = std::min({text.find('\n'), text.size() - 1, lineLimit - 1}) + 1;
-        if (!list.add(text.substr(0, length)))
-            return nullptr;
-        text.remove_prefix(length);
+public:
+    explicit Lines(std::string_view text) : m_rest(text) {}
+
+    /** Sets the next line, with its line feed and up to its first zero byte; false at the end. */
+    bool next(std::string_view& line)
+    {
+        if (m_rest.empty())
+            return false;
+        const std::size_t length = std::min({m_rest.find('\n'), m_rest.size() - 1, lineLimit - 1}) + 1;
+        line = m_rest.substr(0, length);
+        line = line.substr(0, line.find('\0'));
+        m_rest.remove_prefix(length);
+        return true;
     }
-    return list.take();
+
+private:
+    std::string_view m_rest;
+};
+
+bool isComment(std::string_view line)
+{
+    while (!line.empty() && isSpace(line.front()))
+        line.remove_prefix(1);
+    return !line.empty() && line.front() == '#';
 }
 
 /** True when "[", the name and "]" stand one behind the other anywhere in the line. */
-bool holdsHeader(const char* line, std::string_view name)
+bool holdsHeader(std::string_view line, std::string_view name)
 {
-    const char* bracket = line ? std::strchr(line, '[') : nullptr;
-    for (; bracket; bracket = std::strchr(bracket + 1, '[')) {
-        if (std::strncmp(bracket + 1, name.data(), name.size()) == 0 && bracket[1 + name.size()] == ']')
+    for (std::size_t at = line.find('['); at != line.npos; at = line.find('[', at + 1)) {
+        const std::string_view behind = line.substr(at + 1);
+        if (behind.starts_with(name) && behind.substr(name.size()).starts_with(']'))
             return true;
     }
     return false;
 }
 
-/** The text of a node up to its line feed, behind the first "="; empty for a line without one. */
-std::string_view valueOf(const char* line)
+bool hasKey(std::string_view line, std::string_view key)
 {
-    const char* equals = std::strchr(line, '=');
-    if (!equals)
-        return {};
-    return trimmed({equals + 1, std::strcspn(equals + 1, "\n")});
+    const std::size_t equals = line.find('=');
+    return equals != line.npos && trimmed(line.substr(0, equals)) == key;
+}
+
+/** The text up to the line feed behind the first "=". */
+std::string_view valueOf(std::string_view line)
+{
+    line.remove_prefix(line.find('=') + 1);
+    return trimmed(line.substr(0, line.find('\n')));
 }
 
 /** Walks the lines behind a section's header until the key, the next "[" or the end. */
-std::optional<std::string_view> findValue(const ConfigProfileS* start, const char* key)
+std::optional<std::string_view> findValue(std::string_view text, std::string_view section,
+                                          std::string_view key)
 {
-    for (const ConfigProfileS* node = start->pNext; node; node = node->pNext) {
-        const bool comment = _IsCommentLine(node->pcData) == 1;
-        if (!comment && std::strchr(node->pcData, '['))
-            return std::nullopt;
-        if (!comment && _FindConfigProfileKey(node->pcData, key) == 1)
-            return valueOf(node->pcData);
+    Lines lines(text);
+    std::string_view line;
+    bool inSection = false;
+    while (!inSection && lines.next(line))
+        inSection = holdsHeader(line, section) && !isComment(line);
+    while (lines.next(line)) {
+        const bool bracket = line.find('[') != line.npos;
+        if (!bracket && !hasKey(line, key))
+            continue;
+        if (isComment(line))
+            continue;
+        return bracket ? std::nullopt : std::optional(valueOf(line));
     }
     return std::nullopt;
 }
 
-struct FreeProfile
+/** A helper's text argument; null counts as an empty one. */
+std::string_view viewOf(const CHAR* text)
 {
-    void operator()(ConfigProfileS* profile) const { _FreeConfigProfile(profile); }
-};
-
-/** Answers a query from the text of the whole file. */
-INT queryText(std::string_view text, const char* section, const char* key, const char* fallback, char* out,
-              std::size_t size)
-{
-    const std::unique_ptr<ConfigProfileS, FreeProfile> profile(decodeText(text));
-    if (!profile)
-        return -2;
-    ConfigProfileS* start = nullptr;
-    if (_FindConfigProfileSection(&start, profile.get(), section) != 0)
-        return -3;
-    const std::optional<std::string_view> value = findValue(start, key);
-    if (!value)
-        return 0;
-    // Cut behind the trim, so that a text that is too long begins as the whole text does.
-    return static_cast<INT>(joinText(out, size, {value->empty() ? std::string_view(fallback) : *value}));
+    return text ? std::string_view(text) : std::string_view();
 }
 
 } // namespace
@@ -166,8 +177,11 @@ INT FileGetPrivateProfileString(const CHAR* szAppName, const CHAR* szKeyName, co
     const long length = file.read(text.get(), bytes);
     if (length < 0)
         return 0;
-    return queryText({text.get(), static_cast<std::size_t>(length)}, szAppName, szKeyName,
-                     szDefault ? szDefault : "", szReturnedString, size);
+    const auto value = findValue({text.get(), static_cast<std::size_t>(length)}, szAppName, szKeyName);
+    if (!value)
+        return 0;
+    // Cut behind the trim, so that a text that is too long begins as the whole text does.
+    return static_cast<INT>(joinText(szReturnedString, size, {value->empty() ? viewOf(szDefault) : *value}));
 }
 
 INT FileGetPrivateProfileInt(const CHAR* szAppName, const CHAR* szKeyName, INT /*nDefault*/,
@@ -210,7 +224,8 @@ INT _FindConfigProfileSection(ConfigProfileS** ppoStartProfile, ConfigProfileS* 
         return -1;
     for (; poCurProfile; poCurProfile = poCurProfile->pNext) {
         *ppoStartProfile = poCurProfile;
-        if (holdsHeader(poCurProfile->pcData, szAppName) && _IsCommentLine(poCurProfile->pcData) == 0)
+        const std::string_view line = viewOf(poCurProfile->pcData);
+        if (holdsHeader(line, szAppName) && !isComment(line))
             break;
     }
     return 0;
@@ -218,17 +233,12 @@ INT _FindConfigProfileSection(ConfigProfileS** ppoStartProfile, ConfigProfileS* 
 
 INT _FindConfigProfileKey(const CHAR* szData, const CHAR* szKeyName)
 {
-    const char* equals = szData ? std::strchr(szData, '=') : nullptr;
-    if (!equals)
-        return 0;
-    return trimmed({szData, static_cast<std::size_t>(equals - szData)}) == szKeyName ? 1 : 0;
+    return hasKey(viewOf(szData), szKeyName) ? 1 : 0;
 }
 
 INT _IsCommentLine(const CHAR* szData)
 {
-    while (szData && isSpace(*szData))
-        ++szData;
-    return szData && *szData == '#' ? 1 : 0;
+    return isComment(viewOf(szData)) ? 1 : 0;
 }
 
 INT _IsInvalidLine(const CHAR* szData)

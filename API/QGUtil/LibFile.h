@@ -6,8 +6,9 @@
 
 /*
  * Reader of configuration files of "[section]" and "key=value" lines: language packs, log settings, issuer
- * and toolkit configuration. No state between calls: each query reads the file anew, builds a list of its
- * lines, finds one value and frees everything, so calls may run on any thread.
+ * and toolkit configuration. No state between calls: each query reads the file anew and finds one value, so
+ * calls may run on any thread. The functions whose names begin with an underscore do the same on a list of
+ * the file's lines, for callers that change a profile and write it.
  *
  * A header is a line that holds "[", the section's name and "]" in any place. A comment has "#" as its first
  * character that is not white space; ";" marks none. The key is the trimmed text before the first "=", the
@@ -38,7 +39,7 @@ struct ConfigProfileS
  * @param nSize size of szReturnedString, terminator included
  * @param szFileName file to read
  * @return length of the text in szReturnedString; 0 when nothing was found or an argument is null; -2 when
- *         memory ran out; -3 for a list without a line, which no file gives
+ *         memory ran out
  */
 INT FileGetPrivateProfileString(const CHAR* szAppName, const CHAR* szKeyName, const CHAR* szDefault,
                                 CHAR* szReturnedString, INT nSize, const CHAR* szFileName);
