@@ -60,7 +60,7 @@ void useHomeOf(long count)
 
 fs::path workDirectory(const std::string& name, int issuerLines, bool logging)
 {
-    const fs::path directory = TestHome::scratch(name);
+    fs::path directory = TestHome::scratch(name);
     fs::copy(WORK_DIR, directory, fs::copy_options::recursive);
     if (issuerLines > 0) {
         std::string padded = readFile(directory / "IssuerOid.conf");

@@ -47,6 +47,7 @@
     X(CLPERR_CHANGE_PASSWORD, 30202, "password could not be changed")                                        \
     X(CLPERR_FOLDER_EMPTY, 30300, "folder holds neither folders nor matching files")
 
+/* NOLINTNEXTLINE(bugprone-macro-parentheses): an enumerator's name can't stand in parentheses */
 #define QUILLGATE_RETURN_CODE_ENUMERATOR(name, number, meaning) name = number,
 enum
 {

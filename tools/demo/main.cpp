@@ -6,7 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QTextStream>
+#include <cstdio>
 #include <cstring>
+#include <exception>
 #include <memory>
 #include <quillgate/dialogs.h>
 #include <quillgate/records.h>
@@ -88,8 +90,11 @@ int run(const Options& options)
 } // namespace
 
 int main(int argc, char** argv)
-{
+try {
     const Options options = readOptions(argc, argv);
     const QApplication application(argc, argv);
     return run(options);
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 1;
 }
