@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "BoundedText.h"
+#include "LibFile.h"
 #include "quillgate/returncodes.h"
 
 constexpr CertParserRules CertParserRules::disk = {
@@ -47,6 +48,17 @@ bool differsFromConverted(const char* filter, const char* name)
     int length = sizeof(converted);
     CUtil::UTF8ToMultibyte(name, converted, &length);
     return strcasecmp(filter, converted) != 0;
+}
+
+/**
+ * Looks a name up in the issuer configuration; a key that is missing stands for itself. Every certificate
+ * asks anew, so that a change of the file shows in the next certificate that is read.
+ */
+void lookUpName(const char* section, const char* key, const char* configPath, char (&name)[1024])
+{
+    FileGetPrivateProfileString(section, key, key, name, sizeof(name), configPath);
+    if (name[0] == '\0')
+        copyText(name, key);
 }
 
 } // namespace
@@ -135,7 +147,7 @@ bool CertParser::issuerRefused() const
 int CertParser::issuerNames()
 {
     CUtil::GetCNString(m_record.szIssuerDN, sizeof(m_record.szIssuerCN), m_record.szIssuerCN);
-    m_settings.issuerNames.lookUp("ISSUERNAME", m_record.szIssuerCN, m_record.szIssuerName);
+    lookUpName("ISSUERNAME", m_record.szIssuerCN, m_settings.configPath, m_record.szIssuerName);
     return QG_OK;
 }
 
@@ -216,7 +228,7 @@ int CertParser::division()
 {
     char dotted[1024] = {};
     CUtil::ReplaceAll(m_record.szCertPolicyIDS, " ", ".", sizeof(dotted), dotted);
-    m_settings.issuerNames.lookUp("OID", dotted, m_record.szDivision);
+    lookUpName("OID", dotted, m_settings.configPath, m_record.szDivision);
     const auto named = m_settings.oidNames.find(dotted);
     if (named != m_settings.oidNames.end())
         joinText(m_record.szDivision, {named->second});

@@ -3,7 +3,6 @@
 #include <map>
 #include <string>
 
-#include "IssuerNames.h"
 #include "OperationLog.h"
 #include "ToolkitBytes.h"
 #include "quillgate/records.h"
@@ -35,7 +34,7 @@ struct CertParserSettings
     SETOID* setOid;            /**< policy filter; null: none */
     int setOidCount;           /**< its entries */
     const OidNames& oidNames;  /**< beats the issuer configuration */
-    IssuerNames& issuerNames;  /**< names of issuers and purposes */
+    const char* configPath;    /**< issuer configuration */
 };
 
 /**

@@ -11,7 +11,6 @@
 int CLoadDISK::LoadCertList()
 {
     return log().traced("CLoadDISK::LoadCertList()", [&]() -> int {
-        const IssuerNames::Keep keepNames(m_issuerNames);
         int total = 0;
         CertCounts counts{};
         for (size_t i = 0; i < KINDS.size(); ++i) {

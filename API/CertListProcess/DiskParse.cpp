@@ -55,7 +55,7 @@ int CLoadDISK::parseFiles(CERTINFO& record, const KnownRegular& regular)
         if (const int code = readKmPair(trace, record, regular))
             return code;
         const CertParserSettings settings = {m_stLoadCertOpt, m_pstSetOid, m_nSetPolicyOIDCnt, m_mapOidList,
-                                             m_issuerNames};
+                                             m_szConfigPath};
         return CertParser(CertParserRules::disk, settings, trace, record).parse(signCert.get());
     });
 }

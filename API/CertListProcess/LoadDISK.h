@@ -213,8 +213,6 @@ private:
         CERTINFO record{};  /**< work record */
     };
 
-    IssuerNames m_issuerNames{m_szConfigPath};
-
     OperationLog log() { return {m_szLogFilePath, m_pZRWrapCtx, m_szErrMsg}; }
 
     int findDirectories(const DirectoryKind& kind, bool bOnlyCount, char* pszFindDir, int nDirLen,

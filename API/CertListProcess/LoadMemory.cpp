@@ -130,7 +130,7 @@ int CLoadMemory::ParsingCert(CERTINFO* stCertInfo)
         ToolkitBytes signCert(m_pZRWrapCtx);
         signCert.set(stCertInfo->szSignCert, stCertInfo->nSignCertLen);
         const CertParserSettings settings = {m_stLoadCertOpt, m_pstSetOid, m_nSetPolicyOIDCnt, m_mapOidList,
-                                             m_issuerNames};
+                                             m_szConfigPath};
         return CertParser(CertParserRules::memory, settings, trace, *stCertInfo).parse(signCert.get());
     });
 }

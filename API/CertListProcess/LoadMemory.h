@@ -85,8 +85,6 @@ private:
         bool fits() const;
     };
 
-    IssuerNames m_issuerNames{m_szConfigPath};
-
     OperationLog log() { return {m_szLogFilePath, m_pZRWrapCtx, m_szErrMsg}; }
 
     int load(const char* password, bool encrypts, const Pair& sign, const Pair& km);

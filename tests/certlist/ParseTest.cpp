@@ -370,19 +370,20 @@ TEST_F(Parse, NamesAreLookedUpAnewWithEachLoad)
     EXPECT_STREQ(entry(0).szIssuerName, "second");
 }
 
-TEST_F(Parse, NamesAreLookedUpOnceALoad)
+TEST_F(Parse, NamesAreLookedUpAnewForEachCertificate)
 {
     issuerConfiguration("[ISSUERNAME]\nyessignCA=first\n");
     writeFlat(class1, "a");
     writeFlat(class1, "b");
-    int reads = 0;
-    toolkit.onRead = [&](const std::string&) {
-        if (++reads == 5) // both passes of one certificate are over, or the first of both
+    int keys = 0;
+    toolkit.onRead = [&](const std::string& path) {
+        // The fourth signing key is the second certificate's in the filling pass.
+        if (path.ends_with("_sig.key") && ++keys == 4)
             issuerConfiguration("[ISSUERNAME]\nyessignCA=second\n");
     };
     ASSERT_EQ(load(), 0);
     EXPECT_STREQ(entry(0).szIssuerName, "first");
-    EXPECT_STREQ(entry(1).szIssuerName, "first");
+    EXPECT_STREQ(entry(1).szIssuerName, "second");
 }
 
 // --- Copying into the list ----------------------------------------------------------------------------
