@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
+#include <sys/stat.h>
 
 #include "ArgumentTests.h"
 
@@ -25,6 +26,13 @@ void CopyBounded(char* pszTarget, int nBound, const char (&szSource)[SIZE])
     std::memcpy(pszTarget, szSource, std::min(nText, static_cast<std::size_t>(std::max(nBound, 0))));
 }
 
+/** Opens a library. The loader would wait at a FIFO for its other end, so only a regular file is opened. */
+inline void* OpenLibrary(const char* pszPath)
+{
+    struct stat status = {};
+    return stat(pszPath, &status) == 0 && S_ISREG(status.st_mode) ? dlopen(pszPath, RTLD_LAZY) : nullptr;
+}
+
 /**
  * The steps that all operations of both wrappers share.
  *
@@ -39,7 +47,7 @@ public:
     template <class Wrapper>
     static int Load(Wrapper& wrapper, const char* pszPath, const char* pszOperation, char* pszWorkDir)
     {
-        wrapper.m_hLib = dlopen(pszPath, RTLD_LAZY);
+        wrapper.m_hLib = OpenLibrary(pszPath);
         return Run(wrapper, pszOperation, QG_OK, &wrapper.m_pContext, pszWorkDir);
     }
 

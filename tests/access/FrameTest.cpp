@@ -8,7 +8,9 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <filesystem>
+#include <functional>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/lsan_interface.h>
@@ -163,6 +165,26 @@ TEST_P(Frame, ADirectoryWithoutTheLibraryAnswersNotLoadedAndTheContextExists)
     EXPECT_EQ(ZR_GetErrInfo2(context, sizeof buffer, buffer.data()), QG_OK);
     EXPECT_EQ(text(buffer), filled(""));
     ZR_Finish(context);
+}
+
+TEST_P(Frame, WhatStandsInTheLibrarysPlaceAndIsNoFileAnswersNotLoadedAndNeverBlocks)
+{
+    const std::filesystem::path directory = TestHome::scratch("no library");
+    char fileName[] = "libZRToolkitV30-v3.4.2.20.so";
+    const std::filesystem::path library = directory / (GetParam() == ZRTK ? fileName : "libgpkiapi_v15.so");
+    const std::function<void()> stands[] = {
+        [&] { ASSERT_EQ(mkfifo(library.c_str(), 0600), 0); },
+        [&] { std::filesystem::create_symlink("/dev/zero", library); },
+        [&] { std::filesystem::create_symlink(library, library); },
+        [&] { std::filesystem::create_directory(library); },
+        [&] { writeFile(library, ""); },
+        [&] { writeFile(library, "no library"); },
+    };
+    for (const auto& stand : stands) {
+        std::filesystem::remove(library);
+        stand();
+        EXPECT_EQ(Context(GetParam(), std::string(directory).data(), fileName).result(), notLoaded());
+    }
 }
 
 TEST_P(Frame, ALibraryWithoutTheInitOperationAnswersNotAvailable)
