@@ -59,7 +59,7 @@ public:
     /** Keeps path and password of a PFX file, each at most 1023 bytes; null and empty clear. Always 0. */
     int SetPFXInfo(const char* pszPath, const char* pszPassword);
 
-    /** Keeps certificates and plain keys for medium 6. 0, 10004 for a length above 4095. */
+    /** Keeps certificates and plain keys for medium 6. 0, 10004 for a length above 4096. */
     int SetMemoryCert(const char* pszSignCert, int nSignCertLen, const char* pszSignKey, int nSignKeyLen,
                       const char* pszKmCert, int nKmCertLen, const char* pszKmKey, int nKmKeyLen);
 

@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int MEMORY_LIMIT = 4095;
+/** Bytes that a memory array holds. The store takes one less and refuses the last when it loads. */
+constexpr int MEMORY_LIMIT = 4096;
 
 /** Replaces a text that may hold a secret; null and empty leave it empty. */
 void replaceText(char (&field)[1024], const char* text)

@@ -47,8 +47,9 @@ QUILLGATE_API int CLP_SetMediaType(void* pContext, int nMediaType, int nSubIndex
 QUILLGATE_API int CLP_SetPFXInfo(void* pContext, char* pszPath, char* pszPassword);
 
 /*
- * Hands in certificates and plain keys for medium 6, at most 4095 bytes each (10004 above). The
- * key-management pair is taken only when all four of its arguments are usable; else an earlier one stays.
+ * Hands in certificates and plain keys for medium 6, at most 4096 bytes each (10004 above); of 4096 bytes,
+ * CLP_LoadCertList answers 10004. The key-management pair is taken only when all four of its arguments are
+ * usable; else an earlier one stays.
  */
 QUILLGATE_API int CLP_SetMemoryCert(void* pContext, char* pszSignCert, int nSignCertLen, char* pszSignKey,
                                     int nSignKeyLen, char* pszKmCert, int nKmCertLen, char* pszKmKey,

@@ -75,20 +75,33 @@ TEST_F(List, EarlierKmPairStaysWhenTheNextHasNone)
     EXPECT_EQ(bytes(info(0).szKmCert, info(0).nKmCertLen), "km");
 }
 
-TEST_F(List, MemoryCertificateAbove4095BytesIsRefusedAndChangesNothing)
+TEST_F(List, MemoryCertificateAbove4096BytesIsRefusedAndChangesNothing)
 {
     startOn(MEDIA_MEMORY);
     ASSERT_EQ(setMemoryCert("cert", "key", "km", "km key"), 0);
-    const std::string tooLong(4096, 'x');
+    const std::string tooLong(4097, 'x');
     EXPECT_EQ(setMemoryCert(tooLong, "k"), QG_BAD_ARGUMENT);
     EXPECT_EQ(setMemoryCert("c", tooLong), QG_BAD_ARGUMENT);
     EXPECT_EQ(setMemoryCert("c", "k", tooLong, "k"), QG_BAD_ARGUMENT);
     EXPECT_EQ(setMemoryCert("c", "k", "c", tooLong), QG_BAD_ARGUMENT);
     EXPECT_EQ(bytes(session().m_szMemSignCert, session().m_nMemSignCertLen), "cert");
     EXPECT_EQ(bytes(session().m_szMemKmKey, session().m_nMemKmKeyLen), "km key");
-    EXPECT_EQ(setMemoryCert(std::string(4095, 'x'), "k"), 0);
     EXPECT_EQ(setMemoryCert("", "k"), QG_BAD_ARGUMENT);
     EXPECT_EQ(setMemoryCert("c", ""), QG_BAD_ARGUMENT);
+}
+
+TEST_F(List, MemoryCertificateOf4096BytesIsTakenAndRefusedByTheLoad)
+{
+    startOn(MEDIA_MEMORY);
+    for (const auto& [cert, key] : {std::pair(4096, 1), std::pair(1, 4096), std::pair(4096, 4096)}) {
+        ASSERT_EQ(setMemoryCert(std::string(cert, 'c'), std::string(key, 'k')), 0);
+        EXPECT_EQ(CLP_LoadCertList(handle), QG_BAD_ARGUMENT);
+        EXPECT_EQ(CLP_GetCertCount(handle), 0);
+    }
+    ASSERT_EQ(setMemoryCert(std::string(4095, 'c'), std::string(4095, 'k')), 0);
+    EXPECT_EQ(CLP_LoadCertList(handle), 0);
+    EXPECT_EQ(info(0).nSignCertLen, 4095);
+    EXPECT_EQ(info(0).nSignKeyLen, 4095);
 }
 
 TEST_F(List, ShorterMemoryKeyLeavesNoTailOfTheLonger)
