@@ -84,6 +84,8 @@ int handOut(const char* data, int length, char** out, int* outLength)
 {
     if (length < 1)
         return QG_OK;
+    if (!out || !outLength)
+        return QG_BAD_ARGUMENT;
     SecretBuffer copy(data, static_cast<size_t>(length));
     if (!copy)
         return QG_NO_MEMORY;

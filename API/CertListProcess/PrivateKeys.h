@@ -53,7 +53,8 @@ int verifyIdentity(const OperationLog& log, const CERTINFO& record, char* number
 
 /**
  * A copy for the host: new char[length + 1], zeroed behind the data, released with CLP_MemFree. 0, or
- * QG_NO_MEMORY with the outputs untouched. Nothing happens for a length below 1.
+ * QG_BAD_ARGUMENT for a missing output, or QG_NO_MEMORY with the outputs untouched. Nothing happens for a
+ * length below 1, for which the outputs may be null.
  */
 int handOut(const char* data, int length, char** out, int* outLength);
 
@@ -74,6 +75,9 @@ struct HandedOut
     }
     HandedOut(const HandedOut&) = delete;
     HandedOut& operator=(const HandedOut&) = delete;
+
+    /** True unless there is a buffer and an output for it is missing. */
+    bool canGoTo(char** out, const int* outLength) const { return !data || (out && outLength); }
 
     /** Gives the buffer to the caller; an empty one leaves the outputs alone. */
     void giveTo(char** out, int* outLength)

@@ -48,8 +48,7 @@ int CCertListProcInterface::DecryptPriKey(int nIndex, char* pszPassword, char** 
     return runOnStores("CCertListProcInterface::DecryptPriKey()", [&]() -> int {
         if (!onDisk())
             return CLPERR_MEDIUM_NOT_ALLOWED;
-        if (nIndex < 0 || isEmpty(pszPassword) || !pszOutSignKey || !nOutSignKeyLen || !pszOutKmKey ||
-            !nOutKmKeyLen)
+        if (nIndex < 0 || isEmpty(pszPassword))
             return QG_BAD_ARGUMENT;
         HandedOut sign;
         HandedOut km;
@@ -57,6 +56,9 @@ int CCertListProcInterface::DecryptPriKey(int nIndex, char* pszPassword, char** 
             m_pDisk->DecryptPriKey(nIndex, pszPassword, &sign.data, &sign.length, &km.data, &km.length);
         if (code != QG_OK)
             return code;
+        // Outputs may be missing for what the record does not have.
+        if (!sign.canGoTo(pszOutSignKey, nOutSignKeyLen) || !km.canGoTo(pszOutKmKey, nOutKmKeyLen))
+            return QG_BAD_ARGUMENT;
         sign.giveTo(pszOutSignKey, nOutSignKeyLen);
         km.giveTo(pszOutKmKey, nOutKmKeyLen);
         return QG_OK;
@@ -73,8 +75,6 @@ int CCertListProcInterface::GetPriKeyRandom(int nIndex, char* pszPassword, char*
                                             int* nOutRandomLen)
 {
     return runOnStores("CCertListProcInterface::GetPriKeyRandom()", [&]() -> int {
-        if (!pszOutRandom || !nOutRandomLen)
-            return QG_BAD_ARGUMENT;
         const int code = openKeyRandom(nIndex, pszPassword);
         if (!onDisk() || (code != QG_OK && code != CLPERR_KM_PASSWORD))
             return code;

@@ -85,6 +85,31 @@ TEST_F(KeyOperations, DataFormRefusesOtherMediaAndBadArguments)
     }
 }
 
+TEST_F(KeyOperations, OutputsMayBeMissingForWhatThereIsNot)
+{
+    load("pw:key", "");
+    EXPECT_EQ(CLP_DecryptPriKeyData(handle, 0, text("pw"), &sign, &signLength, nullptr, nullptr), 0);
+    EXPECT_EQ(take(sign, signLength), "key");
+    EXPECT_EQ(CLP_GetPriKeyRandom(handle, 0, text("pw"), nullptr, nullptr), CLPERR_NO_KEY_RANDOM);
+    EXPECT_EQ(CLP_GetPriKeyRandom(handle, 0, text("wrong"), nullptr, nullptr), CLPERR_WRONG_PASSWORD);
+    EXPECT_EQ(CLP_SetMediaType(handle, MEDIA_MEMORY, 0), 0);
+    EXPECT_EQ(CLP_GetPriKeyRandom(handle, 0, nullptr, nullptr, nullptr), 0);
+}
+
+TEST_F(KeyOperations, OutputsMustBeThereForWhatIsHandedOut)
+{
+    load();
+    EXPECT_EQ(CLP_DecryptPriKeyData(handle, 0, text("pw"), &sign, &signLength, nullptr, nullptr),
+              QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_DecryptPriKeyData(handle, 0, text("pw"), &sign, &signLength, &km, nullptr),
+              QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_DecryptPriKeyData(handle, 0, text("pw"), &sign, nullptr, &km, &kmLength), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_GetPriKeyRandom(handle, 0, text("pw"), nullptr, &signLength), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_GetPriKeyRandom(handle, 0, text("pw"), &sign, nullptr), QG_BAD_ARGUMENT);
+    EXPECT_EQ(sign, nullptr) << "neither key is handed out without the other";
+    EXPECT_EQ(km, nullptr);
+}
+
 TEST_F(KeyOperations, ShortFormOpensIntoTheList)
 {
     load();
