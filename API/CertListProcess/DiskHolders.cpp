@@ -108,10 +108,8 @@ int CLoadDISK::findMpkiFiles(const char* directory, const DirectoryReader& reade
     DirectoryReader files(holder);
     while (files.next()) {
         char path[1024];
-        if (files.isDirectory())
+        if (files.isDirectory() || !joinPath(path, {holder, "/", files.name()}))
             continue;
-        if (!joinPath(path, {holder, "/", files.name()}))
-            return CLPERR_PASS;
         for (int i = 0; i < HolderPaths::FILES; ++i) {
             if (!strcasestr(path, HOLDER_FILES[i]))
                 continue;

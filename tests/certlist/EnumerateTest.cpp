@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "BoundedText.h"
 #include "StoreTest.h"
 
 using testing::ElementsAre;
@@ -296,6 +297,19 @@ TEST_F(Enumerate, HolderWhosePathsWouldBeCutIsLeftOut)
     store.m_nGPKIDirCnt = 1;
     int count = 0;
     ASSERT_EQ(store.GetGPKICertList(true, 0, &count), 0);
+    EXPECT_EQ(count, 1);
+}
+
+TEST_F(Enumerate, MpkiHolderIsListedBesideAFileWhosePathWouldBeCut)
+{
+    const fs::path deep = deepDirectory(home, 900);
+    writeHolder(deep / "a");
+    writeFile(deep / "a" / std::string(200, 'n'), "x");
+    store.m_pstCertMPKIDirectory = std::make_unique<CERTDIRPATH[]>(1);
+    copyText(store.m_pstCertMPKIDirectory[0].szCertDirPath, (deep.string() + "/").c_str());
+    store.m_nMPKIDirCnt = 1;
+    int count = 0;
+    ASSERT_EQ(store.GetMPKINCertList(true, 0, &count), 0);
     EXPECT_EQ(count, 1);
 }
 
