@@ -1,0 +1,174 @@
+// Memory that runs out is told with its code, and leaves what stood before.
+
+#include <cstdlib>
+
+#include "../foundation/AllocationHooks.h"
+#include "SessionTest.h"
+
+namespace {
+
+/** Lists of records come from calloc; the linker puts __wrap_calloc in its place. */
+bool g_callocFails = false;
+
+class FailingLists
+{
+public:
+    FailingLists() { g_callocFails = true; }
+    ~FailingLists() { g_callocFails = false; }
+};
+
+} // namespace
+
+extern "C" void* __real_calloc(size_t count, size_t size);
+
+extern "C" void* __wrap_calloc(size_t count, size_t size)
+{
+    return g_callocFails ? nullptr : __real_calloc(count, size);
+}
+
+namespace {
+
+class Memory : public SessionTest
+{
+protected:
+    void load()
+    {
+        writeFlat(class1, "a", "pw:R:random", "pw:km key");
+        startOn(MEDIA_HARDDISK);
+        ASSERT_EQ(CLP_LoadCertList(handle), 0);
+    }
+
+    /** What a call answers when each of its allocations in turn is the first that fails. */
+    template <typename Call>
+    std::vector<int> answersOf(Call call)
+    {
+        std::vector<int> answers;
+        for (int successes = 0; answers.empty() || answers.back() != QG_OK; ++successes) {
+            const FailingAllocations failing(successes);
+            answers.push_back(call());
+        }
+        answers.pop_back();
+        return answers;
+    }
+};
+
+/** Each answer but the last, which succeeded, is the same code, and there is one at least. */
+void expectAll(const std::vector<int>& answers, int code)
+{
+    EXPECT_FALSE(answers.empty());
+    for (const int answer : answers)
+        EXPECT_EQ(answer, code);
+}
+
+} // namespace
+
+TEST_F(Memory, SessionThatCannotBeMadeIsTold)
+{
+    const FailingAllocations failing;
+    EXPECT_EQ(start(), QG_NO_MEMORY);
+    EXPECT_EQ(handle, nullptr);
+}
+
+TEST_F(Memory, StoreThatCannotBeMadeEndsTheStart)
+{
+    for (const int successes : {1, 2}) {
+        const FailingAllocations failing(successes);
+        EXPECT_EQ(start(), CLPERR_NOT_STARTED);
+        EXPECT_NE(handle, nullptr);
+        CLP_UnInitalize(handle);
+        handle = nullptr;
+    }
+}
+
+TEST_F(Memory, FilterArrayThatCannotBeMadeLeavesTheStoresTheirOptions)
+{
+    load();
+    ASSERT_EQ(setPolicies("1 2 3|"), 0);
+    LOADCERTOPT other = certOption;
+    other.nCertCAType = CERTTYPE_NPKI;
+    copyText(other.szCertPolicyIDs, "7 8|9|");
+    {
+        const FailingAllocations failing;
+        EXPECT_EQ(CLP_SetType(handle, &other), QG_NO_MEMORY);
+    }
+    EXPECT_EQ(disk().m_stLoadCertOpt.nCertCAType, certOption.nCertCAType);
+    EXPECT_STREQ(disk().m_stLoadCertOpt.szCertPolicyIDs, "1 2 3|");
+    ASSERT_EQ(disk().m_nSetPolicyOIDCnt, 1);
+    EXPECT_STREQ(disk().m_pstSetOid[0].szPolicyID, "1 2 3");
+    EXPECT_EQ(memory().m_nSetPolicyOIDCnt, 1);
+}
+
+TEST_F(Memory, DriveListThatCannotBeMadeIsTold)
+{
+    ASSERT_EQ(start(), 0);
+    writeFile(mtab, "/dev/sdb1 /mnt vfat rw 0 0\n");
+    int count = -1;
+    expectAll(answersOf([&] { return CLP_GetRemDriveCount(handle, &count); }), QG_NO_MEMORY);
+    expectAll(answersOf([&] { return CLP_GetDriveCount(handle, true, true, &count); }), QG_NO_MEMORY);
+    const FailingAllocations failing;
+    EXPECT_EQ(CLP_GetRemDriveCount(handle, &count), QG_NO_MEMORY);
+    EXPECT_EQ(disk().m_nRemDrvCnt, 1) << "the count stays as it was set";
+    DRIVEINFO drive{};
+    EXPECT_EQ(CLP_GetRemDrive(handle, &drive), 0);
+    EXPECT_STREQ(drive.szDrive, "");
+}
+
+TEST_F(Memory, DirectoryArrayThatCannotBeMadeEndsTheLoad)
+{
+    load();
+    const FailingAllocations failing;
+    EXPECT_EQ(CLP_LoadCertList(handle), QG_NO_MEMORY);
+    EXPECT_EQ(CLP_GetCertCount(handle), 1) << "the earlier list stays";
+    EXPECT_STREQ(info(0).szSubjectDN, disk().record(0)->szSubjectDN);
+}
+
+TEST_F(Memory, ListThatCannotBeMadeEndsTheLoad)
+{
+    load();
+    {
+        const FailingLists failing;
+        EXPECT_EQ(CLP_LoadCertList(handle), QG_NO_MEMORY);
+    }
+    CERTINFO record{};
+    EXPECT_EQ(CLP_GetCertInfo(handle, 0, &record), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_LoadCertList(handle), 0);
+    EXPECT_EQ(CLP_GetCertInfo(handle, 0, &record), 0);
+}
+
+TEST_F(Memory, MemoryRecordThatCannotBeMadeEndsTheLoad)
+{
+    startOn(MEDIA_MEMORY);
+    ASSERT_EQ(setMemoryCert("cert", "key"), 0);
+    const FailingLists failing;
+    EXPECT_EQ(CLP_LoadCertList(handle), QG_NO_MEMORY);
+    EXPECT_EQ(CLP_GetCertCount(handle), 0);
+}
+
+TEST_F(Memory, KeysThatCannotBeHandedOutAreTold)
+{
+    load();
+    char* sign = nullptr;
+    char* km = nullptr;
+    int length = -1;
+    expectAll(answersOf([&] {
+                  EXPECT_EQ(sign, nullptr);
+                  EXPECT_EQ(length, -1);
+                  return CLP_DecryptPriKeyData(handle, 0, text("pw"), &sign, &length, &km, &length);
+              }),
+              QG_NO_MEMORY);
+    take(sign, 8);
+    take(km, 6);
+}
+
+TEST_F(Memory, RandomThatCannotBeHandedOutIsTold)
+{
+    load();
+    char* random = nullptr;
+    int length = -1;
+    expectAll(answersOf([&] {
+                  EXPECT_EQ(random, nullptr);
+                  return CLP_GetPriKeyRandom(handle, 0, text("pw"), &random, &length);
+              }),
+              QG_NO_MEMORY);
+    EXPECT_EQ(take(random, length), "random");
+}
