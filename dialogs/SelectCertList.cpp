@@ -1,5 +1,6 @@
 /* The upper half of SelectCertDialog: media buttons, loading of the list, the table. */
 
+#include <QSignalBlocker>
 #include <QTableView>
 #include <utility>
 
@@ -124,12 +125,21 @@ void SelectCertDialog::CopyCertInfoList(int nIndex, tagCERTINFO* pInfo)
 
 void SelectCertDialog::SetItemTableView()
 {
+    constexpr char(CERTINFO::*furtherColumns[])[1024] = {&CERTINFO::szIssuerName, &CERTINFO::szDivision,
+                                                         &CERTINFO::szAfterDay};
+    const int firstRow = m_certModel.rowCount();
+    QList<QStandardItem*> names;
+    for (int index = 0; index < m_nCertCount; ++index)
+        names.append(new QStandardItem(fromEucKr(m_pCertList[index].szSubjectCN)));
+    m_certModel.invisibleRootItem()->appendRows(names);
+
+    // The rows have been announced all at once; announcing each cell as well would cost more than the list.
+    const QSignalBlocker quiet(m_certModel);
     for (int index = 0; index < m_nCertCount; ++index) {
-        const CERTINFO& cert = m_pCertList[index];
-        QList<QStandardItem*> row;
-        for (const char* text : {cert.szSubjectCN, cert.szIssuerName, cert.szDivision, cert.szAfterDay})
-            row.append(new QStandardItem(fromEucKr(text)));
-        m_certModel.appendRow(row);
+        int column = 1;
+        for (auto field : furtherColumns)
+            m_certModel.setItem(firstRow + index, column++,
+                                new QStandardItem(fromEucKr(m_pCertList[index].*field)));
     }
 }
 
