@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "BoundedText.h"
-#include "LibFile.h"
 #include "quillgate/returncodes.h"
 
 constexpr CertParserRules CertParserRules::disk = {
@@ -48,17 +47,6 @@ bool differsFromConverted(const char* filter, const char* name)
     int length = sizeof(converted);
     CUtil::UTF8ToMultibyte(name, converted, &length);
     return strcasecmp(filter, converted) != 0;
-}
-
-/**
- * Looks a name up in the issuer configuration; a key that is missing stands for itself. Every certificate
- * asks anew, so that a change of the file shows in the next certificate that is read.
- */
-void lookUpName(const char* section, const char* key, const char* configPath, char (&name)[1024])
-{
-    FileGetPrivateProfileString(section, key, key, name, sizeof(name), configPath);
-    if (name[0] == '\0')
-        copyText(name, key);
 }
 
 } // namespace
@@ -147,7 +135,7 @@ bool CertParser::issuerRefused() const
 int CertParser::issuerNames()
 {
     CUtil::GetCNString(m_record.szIssuerDN, sizeof(m_record.szIssuerCN), m_record.szIssuerCN);
-    lookUpName("ISSUERNAME", m_record.szIssuerCN, m_settings.configPath, m_record.szIssuerName);
+    lookUpName("ISSUERNAME", m_record.szIssuerCN, m_record.szIssuerName);
     return QG_OK;
 }
 
@@ -228,7 +216,7 @@ int CertParser::division()
 {
     char dotted[1024] = {};
     CUtil::ReplaceAll(m_record.szCertPolicyIDS, " ", ".", sizeof(dotted), dotted);
-    lookUpName("OID", dotted, m_settings.configPath, m_record.szDivision);
+    lookUpName("OID", dotted, m_record.szDivision);
     const auto named = m_settings.oidNames.find(dotted);
     if (named != m_settings.oidNames.end())
         joinText(m_record.szDivision, {named->second});
@@ -241,6 +229,19 @@ int CertParser::extensions()
     optional(CertGetSubKeyID, "CertGetSubKeyID()", m_record.szSubKeyID);
     optional(CertGetSubjectAltName, "CertGetSubjectAltName()", m_record.szSubjectAltName);
     return optional(CertGetAIA, "CertGetAIA()", m_record.szAIA);
+}
+
+/**
+ * Looks a name up in the issuer configuration; a key that is missing stands for itself. Every certificate
+ * reads the file anew, once for both of its names.
+ */
+void CertParser::lookUpName(const char* section, const char* key, char (&name)[1024])
+{
+    if (!m_issuerConfiguration)
+        m_issuerConfiguration.emplace(m_settings.configPath);
+    m_issuerConfiguration->string(section, key, key, name, sizeof(name));
+    if (name[0] == '\0')
+        copyText(name, key);
 }
 
 /** A field that no certificate may lack could not be read. */

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 
+#include "LibFile.h"
 #include "OperationLog.h"
 #include "ToolkitBytes.h"
 #include "quillgate/records.h"
@@ -73,6 +75,7 @@ private:
     int division();
     int extensions();
 
+    void lookUpName(const char* section, const char* key, char (&name)[1024]);
     int fatal(const char* callee, int code) const;
     int refused(const char* reason) const;
     bool issuerRefused() const;
@@ -87,5 +90,6 @@ private:
     const CertParserSettings& m_settings;
     const OperationLog& m_log;
     CERTINFO& m_record;
+    std::optional<ProfileText> m_issuerConfiguration; /**< once asked for */
     char m_text[TEXT_SIZE + 1]; /**< the last text read; one byte more than the toolkit is told */
 };

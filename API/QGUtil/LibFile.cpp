@@ -158,30 +158,42 @@ std::string_view viewOf(const CHAR* text)
 
 } // namespace
 
+ProfileText::ProfileText(const CHAR* file)
+{
+    if (!file)
+        return;
+    OpenFile profile(file, O_RDONLY);
+    if (!profile.isRegular() || profile.bytes() > profileLimit)
+        return;
+    const auto bytes = static_cast<std::size_t>(profile.bytes());
+    m_text.reset(new (std::nothrow) char[bytes + 1]);
+    const long length = m_text ? profile.read(m_text.get(), bytes) : 0;
+    m_length = length < 0 ? 0 : static_cast<std::size_t>(length);
+    m_outOfMemory = !m_text;
+}
+
+INT ProfileText::string(const CHAR* section, const CHAR* key, const CHAR* fallback, CHAR* value,
+                        INT size) const
+{
+    if (!value || size <= 0)
+        return 0;
+    std::memset(value, 0, static_cast<std::size_t>(size));
+    if (!section || !key)
+        return 0;
+    if (m_outOfMemory)
+        return -2;
+    const auto found = findValue({m_text.get(), m_length}, section, key);
+    if (!found)
+        return 0;
+    // Cut behind the trim, so that a text that is too long begins as the whole text does.
+    return static_cast<INT>(
+        joinText(value, static_cast<std::size_t>(size), {found->empty() ? viewOf(fallback) : *found}));
+}
+
 INT FileGetPrivateProfileString(const CHAR* szAppName, const CHAR* szKeyName, const CHAR* szDefault,
                                 CHAR* szReturnedString, INT nSize, const CHAR* szFileName)
 {
-    if (!szReturnedString || nSize <= 0)
-        return 0;
-    const auto size = static_cast<std::size_t>(nSize);
-    std::memset(szReturnedString, 0, size);
-    if (!szAppName || !szKeyName || !szFileName)
-        return 0;
-    OpenFile file(szFileName, O_RDONLY);
-    if (!file.isRegular() || file.bytes() > profileLimit)
-        return 0;
-    const auto bytes = static_cast<std::size_t>(file.bytes());
-    const std::unique_ptr<char[]> text(new (std::nothrow) char[bytes + 1]);
-    if (!text)
-        return -2;
-    const long length = file.read(text.get(), bytes);
-    if (length < 0)
-        return 0;
-    const auto value = findValue({text.get(), static_cast<std::size_t>(length)}, szAppName, szKeyName);
-    if (!value)
-        return 0;
-    // Cut behind the trim, so that a text that is too long begins as the whole text does.
-    return static_cast<INT>(joinText(szReturnedString, size, {value->empty() ? viewOf(szDefault) : *value}));
+    return ProfileText(szFileName).string(szAppName, szKeyName, szDefault, szReturnedString, nSize);
 }
 
 INT FileGetPrivateProfileInt(const CHAR* szAppName, const CHAR* szKeyName, INT /*nDefault*/,

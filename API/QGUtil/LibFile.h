@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
+#include <memory>
 
 #include "BaseTypes.h"
 
@@ -21,6 +23,25 @@ struct ConfigProfileS
 {
     CHAR* pcData; /**< the line with its line feed, zero-terminated; null in the node of an empty file */
     ConfigProfileS* pNext; /**< next line, null at the end */
+};
+
+/**
+ * A profile read once, for a caller that asks it several questions at one moment. Files that count as one
+ * that can't be opened, see FileGetPrivateProfileString, answer as empty ones.
+ */
+class ProfileText
+{
+public:
+    /** Reads the file; null is a file that can't be opened. */
+    explicit ProfileText(const CHAR* file);
+
+    /** As FileGetPrivateProfileString, on the text that was read. */
+    INT string(const CHAR* section, const CHAR* key, const CHAR* fallback, CHAR* value, INT size) const;
+
+private:
+    std::unique_ptr<char[]> m_text;
+    std::size_t m_length = 0;
+    bool m_outOfMemory = false;
 };
 
 /**
