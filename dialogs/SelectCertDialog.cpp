@@ -12,6 +12,7 @@
 #include "PasswordEdit.h"
 #include "Resources.h"
 #include "Secret.h"
+#include "StayLoaded.h"
 #include "UiBuilder.h"
 #include "UiSelectCertDialog.h"
 
@@ -87,6 +88,7 @@ constexpr struct
 
 SelectCertDialog::SelectCertDialog(QWidget* parent) : QDialog(parent), ui(new Ui_SelectCertDialog)
 {
+    stayLoaded();
     initResources();
     ui->setupUi(this);
     InitVariable();

@@ -1,10 +1,13 @@
 // The library and both toolkits come and go in a host's process without leaving anything behind.
 
+#include <QApplication>
 #include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <memory>
+#include <quillgate/dialogs.h>
 #include <quillgate/returncodes.h>
 #include <string>
 
@@ -107,6 +110,29 @@ TEST_P(LoadingToolkit, ByItselfAThousandTimes)
     });
 }
 
+// Last: the library stays in the process from here on.
+class LoadingBehindADialog : public testing::TestWithParam<int>
+{};
+
+TEST_P(LoadingBehindADialog, KeepsTheLibraryWhichQtHasAddressesOf)
+{
+    int argc = 1;
+    char name[] = "host";
+    char* argv[] = {name, nullptr};
+    const QApplication application(argc, argv);
+    void* library = load(LIBRARY);
+    const auto show = reinterpret_cast<decltype(&ShowUserCert_T)>(dlsym(library, "ShowUserCert_T"));
+    const auto init = std::make_unique<INITOPT>();
+    const auto filter = std::make_unique<LOADSELECTCERTOPTION>();
+    const auto extra = std::make_unique<EXTRAOPTION>();
+    const auto outcome = std::make_unique<SELCERTINFO>();
+    // Without a work directory the dialog is made, but not shown.
+    EXPECT_EQ(show(init.get(), filter.get(), nullptr, extra.get(), outcome.get()), CLPERR_NOT_STARTED);
+    dlclose(library);
+    EXPECT_NE(dlopen(LIBRARY, RTLD_NOW | RTLD_NOLOAD), nullptr);
+}
+
 INSTANTIATE_TEST_SUITE_P(Sides, LoadingToolkit, testing::Values(0, 1));
+INSTANTIATE_TEST_SUITE_P(Last, LoadingBehindADialog, testing::Values(0));
 
 } // namespace
