@@ -24,6 +24,7 @@ install_missing() {
     echo "Installing from Debian, $why: ${missing[*]}"
     local root=()
     if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || { echo "There is no sudo here: install the above as root." >&2; return 1; }
         echo "(this needs administrator rights; sudo asks for your password)"
         root=(sudo)
     fi
