@@ -22,7 +22,7 @@ std::string password()
     return text + "!9";
 }
 
-Holder writeHolder()
+Holder writeHolder(const std::string& keyPassword)
 {
     using namespace samplepki;
     TestHome::reset();
@@ -34,8 +34,8 @@ Holder writeHolder()
     Request km{name, kmKey};
     km.keyUsage = EnvelopeUse;
     writeNpkiHolder(TestHome::path(), "yessign", "holder",
-                    {filePair(root.issue({name, signKey}), signKey, password()),
-                     filePair(root.issue(km), kmKey, password())});
+                    {filePair(root.issue({name, signKey}), signKey, keyPassword),
+                     filePair(root.issue(km), kmKey, keyPassword)});
     return {signKey.privateKeyInfo(), kmKey.privateKeyInfo(), signKey.random()};
 }
 
@@ -62,7 +62,11 @@ namespace {
 class Person : public QObject
 {
 public:
-    explicit Person(Ending ending) : m_ending(ending) { comeRound(); }
+    Person(Ending ending, const std::string& typed, std::vector<std::string>* said)
+        : m_ending(ending), m_typed(typed), m_said(said)
+    {
+        comeRound();
+    }
 
 private:
     void comeRound()
@@ -76,14 +80,17 @@ private:
     void step()
     {
         QWidget* window = QApplication::activeModalWidget();
-        if (auto* message = qobject_cast<QMessageBox*>(window))
+        if (auto* message = qobject_cast<QMessageBox*>(window)) {
+            if (m_said)
+                m_said->push_back(message->text().toStdString());
             return message->accept();
+        }
         if (!window || window->objectName() != "SelectCertDialog")
             return;
         if (m_ending == Ending::Cancel || m_tried)
             return window->findChild<QPushButton*>("pushButton_cancel")->click();
         m_tried = true;
-        std::string text = password();
+        std::string text = m_typed;
         if (m_ending == Ending::WrongPasswordThenCancel)
             text += "x";
         window->findChild<QLineEdit*>("lineEdit_password")->setText(QString::fromStdString(text));
@@ -91,6 +98,8 @@ private:
     }
 
     Ending m_ending;
+    std::string m_typed;
+    std::vector<std::string>* m_said;
     bool m_tried = false;
 };
 
@@ -98,18 +107,28 @@ private:
 
 int runDialog(Ending ending, SELCERTINFO& outcome)
 {
+    Options options;
+    return runDialog(ending, options, password(), outcome);
+}
+
+Options::Options() : Options(WORK_DIR) {}
+
+Options::Options(const std::string& workDirectory)
+{
+    workDirectory.copy(init->szWorkDir, sizeof init->szWorkDir - 1);
+    init->nLanguage = 1;
+    load->nCertCAType = CERTTYPE_NPKI;
+}
+
+int runDialog(Ending ending, Options& options, const std::string& typed, SELCERTINFO& outcome,
+              std::vector<std::string>* said)
+{
     static int argc = 1;
     static char name[] = "host";
     static char* argv[] = {name, nullptr};
     static QApplication application(argc, argv);
-    const auto init = std::make_unique<INITOPT>();
-    std::string(WORK_DIR).copy(init->szWorkDir, sizeof init->szWorkDir - 1);
-    init->nLanguage = 1;
-    const auto load = std::make_unique<LOADSELECTCERTOPTION>();
-    load->nCertCAType = CERTTYPE_NPKI;
-    const auto extra = std::make_unique<EXTRAOPTION>();
-    const Person person(ending);
-    return ShowUserCert_T(init.get(), load.get(), nullptr, extra.get(), &outcome);
+    const Person person(ending, typed, said);
+    return ShowUserCert_T(options.init.get(), options.load.get(), nullptr, options.extra.get(), &outcome);
 }
 
 } // namespace host
