@@ -137,7 +137,8 @@ int SelectCertDialog::SetInitOption(tagINITOPT* pInit, tagLOADSELECTCERTOPTION* 
         m_stLoadOpt.pPKCS11Context = pInit->pPKCS11Context;
 
     takeSelectOption(m_stSelectOpt, *pLoad);
-    takeFilter(m_stLoadCertOpt, *pLoad);
+    // From the dialog's own copy, whose texts end: the host's need not.
+    takeFilter(m_stLoadCertOpt, m_stSelectOpt);
     if (pLoad->bMemoryCert) {
         m_bMemoryCert = true;
         takeMemory(m_stSelectOpt.szMemSignCert, m_stSelectOpt.nMemSignCertLen, pLoad->szMemSignCert,

@@ -408,8 +408,10 @@ private slots:
         DialogBench bench;
         std::memset(bench.load->szCertDN, 'x', sizeof(bench.load->szCertDN));
         std::memset(bench.init.szWorkDir, 'y', sizeof(bench.init.szWorkDir));
+        std::memset(bench.load->szCertSerial, '5', 10);
         const SelectCertDialog& dialog = bench.open();
         QCOMPARE(std::strlen(dialog.m_stSelectOpt.szCertDN), std::size_t(255));
+        QCOMPARE(std::strlen(dialog.m_stLoadCertOpt.szCertDN), std::size_t(255));
         QCOMPARE(std::strlen(dialog.m_stLoadOpt.szWorkDir), std::size_t(1023));
         QCOMPARE(std::strlen(dialog.m_szLanguageFile), std::size_t(259));
     }
