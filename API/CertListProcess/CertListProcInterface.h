@@ -1,11 +1,14 @@
 #pragma once
 
+#include <climits>
 #include <initializer_list>
 #include <memory>
 
 #include "LoadDISK.h"
 #include "LoadMemory.h"
 #include "OperationLog.h"
+#include "SearchList.h"
+#include "ToolkitBytes.h"
 #include "Util.h"
 #include "quillgate/records.h"
 
@@ -110,8 +113,39 @@ public:
     /** Tests a password on an encrypted key. 0, 10004, 30016 for any failure. */
     int CheckPassword(char* pszPassword, char* pszKey, int nKeyLen);
 
+    // --- Verification ---------------------------------------------------------------------------------
+
     /** Identity check of a listed certificate; media other than 1 and 2 give 0 unchecked. */
     int VerifyVID(int nIndex, char* pszIDN, char* pszPassword);
+
+    /**
+     * Verifies a listed certificate up to the roots of the toolkit's configuration; see CLP_VerifyCert. After
+     * every failure but QG_NO_MEMORY the toolkit's text stands in m_szErrMsg.
+     */
+    int VerifyCert(int nIndex, int nDetailMsgLen, char* pszDetailMsg);
+
+    /**
+     * Number of entries of a toolkit configuration whose DN contains "Root", among the first thousand. 0,
+     * 10004 for a null or empty path, 30004 when there is no count or the file cannot be read.
+     */
+    int GetRootCertCount(char* pszConfPath, int* nCount);
+
+    /**
+     * Fills a cleared array with URL and DN of those entries; an empty value leaves its field alone. nLimit
+     * is the room in the array, for a file that has grown since it was counted. Codes of GetRootCertCount.
+     */
+    int GetRootCertURL(char* pszConfPath, ROOTCERTURLINFO* pstRootCertURL, int nLimit = INT_MAX);
+
+    // --- File search ----------------------------------------------------------------------------------
+
+    /** One step of the search, see CLP_SearchFileList. */
+    int SetSearchFileList(char* pszPath, char* pszFormat);
+
+    /** Count of the last step: drives (0), folders (1), files (2); 0 for any other type. */
+    int GetSearchFileCount(int nType, int* nCount);
+
+    /** A name of those lists, see CLP_GetSearchFileName. */
+    int GetSearchFileName(int nType, int nIndex, int nFileNameLen, char* pszFileName);
 
     /** The stores; null before Inialize. */
     CLoadDISK* GetDiskPointer() const { return m_pDisk.get(); }
@@ -161,9 +195,9 @@ public:
     bool m_bRemoteView = false;
     int m_nPhoneListCount = 0;
     std::unique_ptr<SUBMENULIST[]> m_pstPhoneList;
-    std::unique_ptr<DRIVEINFO[]> m_pstSearchDriveInfo;
-    std::unique_ptr<EXPFILELIST[]> m_pstFileNameList;
-    std::unique_ptr<EXPFILELIST[]> m_pstFolderNameList;
+    SearchList<DRIVEINFO> m_pstSearchDriveInfo; /**< empty until a "root" search: verification asks for it */
+    SearchList<EXPFILELIST> m_pstFileNameList;
+    SearchList<EXPFILELIST> m_pstFolderNameList;
     int m_nDriveCnt = 0;
     int m_nFolderCnt = 0;
     int m_nFileCnt = 0;
@@ -217,4 +251,10 @@ private:
     int withPassword(int nIndex, const char* pszPassword, std::initializer_list<int> passwordMedia,
                      Work work);
     int openKeyRandom(int nIndex, char* pszPassword);
+    int refuseVerify(const char* callee, int code);
+    int trustRoots(char* pszConfPath);
+    int trustRoot(const ROOTCERTURLINFO& root, ToolkitBytes& data);
+    int loadForVerify(int nIndex, ToolkitBytes& cert);
+    int searchDrives();
+    int searchFolder(const char* pszPath, const char* pszFormat);
 };

@@ -55,9 +55,10 @@ int CLP_VerifyVID(void* pContext, int nIndex, char* pszIDN, char* pszPassword)
                    [&](Session& session) { return session.VerifyVID(nIndex, pszIDN, pszPassword); });
 }
 
-int CLP_VerifyCert(void* pContext, int /*nIndex*/, int /*nMsgLen*/, char* /*pszVerifyMsg*/)
+int CLP_VerifyCert(void* pContext, int nIndex, int nMsgLen, char* pszVerifyMsg)
 {
-    return forward("CLP_VerifyCert", pContext, notYet);
+    return forward("CLP_VerifyCert", pContext,
+                   [&](Session& session) { return session.VerifyCert(nIndex, nMsgLen, pszVerifyMsg); });
 }
 
 // --- Saving, deleting, PFX ----------------------------------------------------------------------------
@@ -82,18 +83,21 @@ int CLP_DeleteCert(void* pContext, int nIndex, char* /*pszPassword*/)
 
 // --- File search --------------------------------------------------------------------------------------
 
-int CLP_SearchFileList(void* pContext, char* /*pszPath*/, char* /*pszFormat*/)
+int CLP_SearchFileList(void* pContext, char* pszPath, char* pszFormat)
 {
-    return forward("CLP_SearchFileList", pContext, notYet);
+    return forward("CLP_SearchFileList", pContext,
+                   [&](Session& session) { return session.SetSearchFileList(pszPath, pszFormat); });
 }
 
-int CLP_GetSearchFileCount(void* pContext, int /*nType*/, int* /*nCount*/)
+int CLP_GetSearchFileCount(void* pContext, int nType, int* nCount)
 {
-    return forward("CLP_GetSearchFileCount", pContext, notYet);
+    return forward("CLP_GetSearchFileCount", pContext,
+                   [&](Session& session) { return session.GetSearchFileCount(nType, nCount); });
 }
 
-int CLP_GetSearchFileName(void* pContext, int /*nType*/, int /*nIndex*/, int /*nFileNameLen*/,
-                          char* /*pszFileName*/)
+int CLP_GetSearchFileName(void* pContext, int nType, int nIndex, int nFileNameLen, char* pszFileName)
 {
-    return forward("CLP_GetSearchFileName", pContext, notYet);
+    return forward("CLP_GetSearchFileName", pContext, [&](Session& session) {
+        return session.GetSearchFileName(nType, nIndex, nFileNameLen, pszFileName);
+    });
 }

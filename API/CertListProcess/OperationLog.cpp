@@ -12,13 +12,24 @@ void OperationLog::end(const char* tag, int code) const
     CUtil::SetLogInfo(m_path, "%s End... : %d", tag, code);
 }
 
-void OperationLog::failure(const char* tag, const char* callee, int code) const
+void OperationLog::askForText() const
 {
     // The toolkit's copy is bounded by the size it is told and may lack a terminator.
     std::memset(m_errorText, 0, sizeof(m_errorText));
     ZR_GetErrInfo(m_toolkit, sizeof(m_errorText), m_errorText);
     m_errorText[sizeof(m_errorText) - 1] = '\0';
+}
+
+void OperationLog::failure(const char* tag, const char* callee, int code) const
+{
+    askForText();
     lastFailure(tag, callee, code);
+}
+
+void OperationLog::verifyFailure(const char* tag, const char* callee, int code) const
+{
+    askForText();
+    CUtil::SetLogInfo(m_path, "%s >> %s : %d(%s)", tag, callee, code, m_errorText);
 }
 
 void OperationLog::lastFailure(const char* tag, const char* callee, int code) const

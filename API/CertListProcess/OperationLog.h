@@ -32,6 +32,9 @@ public:
     /** A failed toolkit call: asks for its text and writes tag, callee, code and text. */
     void failure(const char* tag, const char* callee, int code) const;
 
+    /** The same without a blank before the text, as verification has always written it. */
+    void verifyFailure(const char* tag, const char* callee, int code) const;
+
     /** A failure that the toolkit has no text for: tag, callee and code. */
     void plainFailure(const char* tag, const char* callee, int code) const;
 
@@ -68,6 +71,8 @@ public:
     }
 
 private:
+    void askForText() const;
+
     const char* m_path;
     void* m_toolkit;
     char (&m_errorText)[1024];

@@ -114,10 +114,23 @@ QUILLGATE_API int CLP_CheckPassword(void* pContext, char* pszPassword, char* psz
 
 /* --- Verification ----------------------------------------------------------------------------------- */
 
-/* Verifies up to the root CAs of the toolkit configuration; pszVerifyMsg takes the toolkit's text. */
+/*
+ * Verifies a listed certificate up to the root CAs of the toolkit's configuration file, which it opens as
+ * "<work directory>\ZRCToolkitV30.conf" (toolkit 0) or "<work directory>\gpkiapi.conf", backslash and all.
+ * Needs one CLP_SearchFileList(handle, "root", ...) earlier in the session. Blocks while roots are fetched.
+ *
+ * pszVerifyMsg: nMsgLen bytes, cleared by the caller; takes the toolkit's text, EUC-KR, cut and terminated,
+ * only when the certificate itself was refused. May be null or of length 0.
+ *
+ * 0; 10003 without the "root" search; 10004 for an index outside the list; 30090 for every other failure.
+ */
 QUILLGATE_API int CLP_VerifyCert(void* pContext, int nIndex, int nMsgLen, char* pszVerifyMsg);
 
-/* Proves that certificate, key and identification number belong together. */
+/*
+ * Proves that certificate, key and identification number belong together. On media 1 and 2 the key is opened
+ * with the password: 0, 30011, 30092 and what the key operations answer. All other media answer 0 unchecked.
+ * 10004 for an empty number or password, 10006 on medium 7.
+ */
 QUILLGATE_API int CLP_VerifyVID(void* pContext, int nIndex, char* pszIDN, char* pszPassword);
 
 /* --- Saving, deleting, PFX -------------------------------------------------------------------------- */
@@ -130,8 +143,25 @@ QUILLGATE_API int CLP_DeleteCert(void* pContext, int nIndex, char* pszPassword);
 
 /* --- File search ------------------------------------------------------------------------------------ */
 
+/*
+ * One step through the file system. pszPath "root", in any case, lists the drives; else it is a folder, of
+ * which the sub-folders are listed, "." and ".." among them, each with an empty name. Files are never listed;
+ * pszFormat is an extension without its dot and may be null. The session keeps each list until the next step
+ * of its kind; the counts are those of the last step.
+ *
+ * 0; 10003 for a folder without an earlier "root" step in the session; 10004 for a null path; 30300 for a
+ * folder that can't be opened.
+ */
 QUILLGATE_API int CLP_SearchFileList(void* pContext, char* pszPath, char* pszFormat);
+
+/* Count of the last step: nType 0 drives, 1 folders, 2 files; 0 for any other. 0, 10004 for a null nCount. */
 QUILLGATE_API int CLP_GetSearchFileCount(void* pContext, int nType, int* nCount);
+
+/*
+ * A name of a list, EUC-KR: at most nFileNameLen - 1 bytes, without a terminator, so the caller passes a
+ * cleared buffer. Another nType copies nothing. 0; 10004 for a null buffer, a length below 1, an index
+ * outside the list.
+ */
 QUILLGATE_API int CLP_GetSearchFileName(void* pContext, int nType, int nIndex, int nFileNameLen,
                                         char* pszFileName);
 

@@ -255,8 +255,6 @@ TEST_F(ClpFamily, GuardsComeBeforeTheWork)
     EXPECT_EQ(CLP_ExportPFX(handle, 0, nullptr, some), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_DeleteCert(handle, 0, nullptr), QG_NOT_AVAILABLE);
     EXPECT_EQ(CLP_DeleteCert(handle, -1, nullptr), QG_BAD_ARGUMENT);
-    EXPECT_EQ(CLP_VerifyCert(handle, 0, 0, nullptr), QG_NOT_AVAILABLE);
-    EXPECT_EQ(CLP_SearchFileList(handle, some, some), QG_NOT_AVAILABLE);
 }
 
 TEST_F(ClpFamily, UnavailableFunctionsAnswerWhateverTheHandle)

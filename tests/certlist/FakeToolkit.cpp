@@ -125,7 +125,7 @@ void ZR_Finish(void* pContext)
 
 int ZR_GetErrInfo(void*, int nAllocLen, char* pszErrorMsg)
 {
-    fillText(pszErrorMsg, nAllocLen, "toolkit says no");
+    fillText(pszErrorMsg, nAllocLen, fake().errorText);
     return 0;
 }
 
@@ -287,4 +287,36 @@ int VIDGetRandomFromPriKey(void*, BINSTR* pBinPriKey, BINSTR* pBinRandom)
 int VIDVerify(void*, BINSTR* pBinCert, BINSTR* pBinRandom, char* pszIDN)
 {
     return fake().call("VIDVerify", bytesOf(pBinCert) + "," + bytesOf(pBinRandom) + "," + pszIDN);
+}
+
+int ZRAPGetDataByURL(void*, int nDataType, char* pszURL, BINSTR* pBinData)
+{
+    if (const int code = fake().call("ZRAPGetDataByURL", std::to_string(nDataType) + "," + pszURL))
+        return code;
+    if (fake().unreachable.count(pszURL))
+        return fake().unreachable[pszURL];
+    fill(pBinData, std::string("data of ") + pszURL);
+    return 0;
+}
+
+int CertAddTrustedCert(void*, BINSTR* pBinTrustedCert)
+{
+    return fake().call("CertAddTrustedCert", bytesOf(pBinTrustedCert));
+}
+
+int CertSetVerifyEnv(void*, int nRange, int nCheck, bool bUseCache, char* pszTime, char* pszOCSPURL)
+{
+    return fake().call("CertSetVerifyEnv", std::to_string(nRange) + "," + std::to_string(nCheck) + "," +
+                                               (bUseCache ? "cache" : "no cache") + "," +
+                                               (pszTime ? pszTime : "null") + "," +
+                                               (pszOCSPURL ? pszOCSPURL : "null"));
+}
+
+int CertVerify(void*, BINSTR* pBinCert, int nCertType, char* pszCertPolices, char* pszConfFilePath,
+               bool bSign, BINSTR* pBinMyCert, BINSTR* pBinMyPriKey)
+{
+    const std::string rest =
+        bSign || pszCertPolices || pBinMyCert || pBinMyPriKey ? "something else" : "nothing else";
+    return fake().call("CertVerify", bytesOf(pBinCert) + "," + std::to_string(nCertType) + "," +
+                                         pszConfFilePath + "," + rest);
 }

@@ -33,6 +33,12 @@ public:
     /** Calls in order, "Name(arguments)", byte strings as their bytes. */
     std::vector<std::string> calls;
 
+    /** Text of ZR_GetErrInfo. */
+    std::string errorText = "toolkit says no";
+
+    /** Codes of ZRAPGetDataByURL, by the URL; the data is "data of " and the URL. */
+    std::map<std::string, int> unreachable;
+
     /** Runs before a file is read, with its path. */
     std::function<void(const std::string&)> onRead;
 

@@ -1,42 +1,11 @@
-#include <cstdarg>
-
 #include <gmock/gmock.h>
 
 #include "SessionTest.h"
+#include "SystemLog.h"
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::Not;
-
-namespace {
-
-std::vector<std::string> s_systemLog;
-
-void record(const char* format, va_list arguments)
-{
-    char line[8192];
-    std::vsnprintf(line, sizeof(line), format, arguments);
-    s_systemLog.emplace_back(line);
-}
-
-} // namespace
-
-// The system log's writers, replaced for this program.
-extern "C" __attribute__((format(printf, 2, 3))) void syslog(int, const char* format, ...)
-{
-    va_list arguments;
-    va_start(arguments, format);
-    record(format, arguments);
-    va_end(arguments);
-}
-
-extern "C" __attribute__((format(printf, 3, 4))) void __syslog_chk(int, int, const char* format, ...)
-{
-    va_list arguments;
-    va_start(arguments, format);
-    record(format, arguments);
-    va_end(arguments);
-}
 
 namespace {
 
@@ -49,23 +18,11 @@ protected:
         switchLogOn();
         writeFlat(class1, "a", "pw:R:random", "pw:km");
         startOn(MEDIA_HARDDISK);
-        s_systemLog.clear();
-    }
-
-    template <typename Call>
-    std::vector<std::string> linesOf(Call call)
-    {
-        s_systemLog.clear();
-        call();
-        std::vector<std::string> lines;
-        for (const std::string& line : s_systemLog)
-            lines.push_back(line.substr(22, line.size() - 23)); // stamp and line feed
-        return lines;
     }
 
     std::vector<std::string> load()
     {
-        return linesOf([this] { CLP_LoadCertList(handle); });
+        return systemLogOf([this] { CLP_LoadCertList(handle); });
     }
 };
 
@@ -101,7 +58,7 @@ TEST_F(Trace, NpkiWalkEndsUnderItsNeighboursName)
     char last[1024];
     int count = 0;
     EXPECT_THAT(
-        linesOf([&] { disk().NPKIFindDirectory(true, text("/nowhere"), 1024, last, &count); }),
+        systemLogOf([&] { disk().NPKIFindDirectory(true, text("/nowhere"), 1024, last, &count); }),
         ElementsAre("CLoadDISK::NPKIFindDirectory() Start...", "CLoadDISK::GPKIFindDirectory() End... : 0"));
 }
 
@@ -109,12 +66,12 @@ TEST_F(Trace, DriveOperationsShareTheRemovableTexts)
 {
     DRIVEINFO drive{};
     int count = 0;
-    EXPECT_THAT(linesOf([&] { session().GetDriveCount(true, true, &count); }),
+    EXPECT_THAT(systemLogOf([&] { session().GetDriveCount(true, true, &count); }),
                 ElementsAre("CCertListProcInterface::GetRemDriveCount() Start...",
                             "CLoadDISK::GetRemDriveList() Start...",
                             "CLoadDISK::GetRemDriveList() End... : 0", "RemDrive Count : 1",
                             "CCertListProcInterface::GetRemDriveCount() End... : 0"));
-    EXPECT_THAT(linesOf([&] { session().GetDriveList(&drive); }),
+    EXPECT_THAT(systemLogOf([&] { session().GetDriveList(&drive); }),
                 ElementsAre("CCertListProcInterface::GetRemDriveList() Start...",
                             "CLoadDISK::GetRemDriveInfo() Start...",
                             "CLoadDISK::GetRemDriveInfo() End... : 0",
@@ -124,7 +81,7 @@ TEST_F(Trace, DriveOperationsShareTheRemovableTexts)
 TEST_F(Trace, PolicyParsingLogsUnderOtherNames)
 {
     copyText(session().m_szCertPolicyIDs, "1 2|3|");
-    EXPECT_THAT(linesOf([&] { session().ParsingPolicyIDS(true); }),
+    EXPECT_THAT(systemLogOf([&] { session().ParsingPolicyIDS(true); }),
                 ElementsAre("CLoadDISK::ParsingPolicyIDS() Start...",
                             "CLoadDISK::SetIssuerNameList() End...Count : 2"));
 }
@@ -132,7 +89,7 @@ TEST_F(Trace, PolicyParsingLogsUnderOtherNames)
 TEST_F(Trace, RefusedStartIsToldWithTheToolkitsNumber)
 {
     toolkit.failures["ZR_Initalize"] = QG_ZRTK_NOT_LOADED;
-    EXPECT_THAT(linesOf([&] { session().Inialize(0, nullptr); }),
+    EXPECT_THAT(systemLogOf([&] { session().Inialize(0, nullptr); }),
                 ElementsAre("CCertListProcInterface::Inialize() Start...",
                             "CCertListProcInterface::Inialize() >> ZR_Initalize() : 20011",
                             "CCertListProcInterface::Inialize() End... : 30003"));
@@ -143,7 +100,7 @@ TEST_F(Trace, FailedToolkitCallIsToldWithItsText)
     toolkit.failures["CertGetUID"] = 1234;
     EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CertGetUID() : 1234 (toolkit says no)"));
     toolkit.failures = {{"PriKeyDecrypt", 2004}};
-    EXPECT_THAT(linesOf([&] { disk().DecryptPriKey(0, text("pw")); }), Not(Contains("")));
+    EXPECT_THAT(systemLogOf([&] { disk().DecryptPriKey(0, text("pw")); }), Not(Contains("")));
 }
 
 TEST_F(Trace, FiltersTellWhyACertificateIsLeftOut)
@@ -164,7 +121,7 @@ TEST_F(Trace, FiltersTellWhyACertificateIsLeftOut)
     disk().m_nSetPolicyOIDCnt = 1;
     EXPECT_THAT(load(), Contains("CLoadDISK::ParsingCert() >> CheckPolicyID() check pass : 0"));
     disk().m_pstSetOid = nullptr;
-    EXPECT_THAT(linesOf([] {}), ElementsAre());
+    EXPECT_THAT(systemLogOf([] {}), ElementsAre());
 }
 
 TEST_F(Trace, MemoryStoreKeepsItsOddTags)
@@ -181,11 +138,11 @@ TEST_F(Trace, MemoryStoreKeepsItsOddTags)
     EXPECT_THAT(load(), Contains("CLoadMemory::ParsingCert() >> CertGetVersion() : 9 (toolkit says no)"));
     toolkit.failures = {{"VIDGetRandomFromPriKey", 9}, {"PriKeyDecrypt", 9}, {"VIDVerify", 9}};
     load();
-    EXPECT_THAT(linesOf([&] { memory().GetPrikeyRandom(); }),
+    EXPECT_THAT(systemLogOf([&] { memory().GetPrikeyRandom(); }),
                 Contains("CLoadSMCard::GetPrikeyRandom() >> VIDGetRandomFromPriKey() : 9 (toolkit says no)"));
-    EXPECT_THAT(linesOf([&] { memory().DecryptPriKey(text("pw")); }),
+    EXPECT_THAT(systemLogOf([&] { memory().DecryptPriKey(text("pw")); }),
                 Contains("CLoadSMCard::DecryptPriKey() >> PriKeyDecrypt() : 9 (toolkit says no)"));
-    EXPECT_THAT(linesOf([&] { memory().VerifyVID(text("1")); }),
+    EXPECT_THAT(systemLogOf([&] { memory().VerifyVID(text("1")); }),
                 Contains("CLoadDISK::VerifyVID() >> VIDVerify() : 9 (toolkit says no)"));
 }
 
@@ -204,7 +161,7 @@ TEST_F(Trace, FailedEncryptionOfAMemoryKeyIsTold)
 {
     ASSERT_EQ(CLP_SetMediaType(handle, MEDIA_PFX, 0), 0);
     toolkit.failures = {{"PriKeyEncrypt", 9}};
-    EXPECT_THAT(linesOf([&] {
+    EXPECT_THAT(systemLogOf([&] {
                     memory().LoadCertList(text("pw"), text("cert"), 4, text("key"), 3, nullptr, 0, nullptr,
                                           0);
                 }),
@@ -215,27 +172,27 @@ TEST_F(Trace, KeyOperationsKeepTheirTags)
 {
     load();
     toolkit.failures = {{"PriKeyChangePasswd", 9}};
-    EXPECT_THAT(linesOf([&] { disk().ChangePassword(0, text("pw"), text("new")); }),
+    EXPECT_THAT(systemLogOf([&] { disk().ChangePassword(0, text("pw"), text("new")); }),
                 Contains("CLoadDISK::ChangePassword() >> PriKeyChangePasswd() : 9 (toolkit says no)"));
     toolkit.failures = {{"MediaDiskWriteFile", 9}};
-    const auto lines = linesOf([&] { disk().ChangePassword(0, text("pw"), text("new")); });
+    const auto lines = systemLogOf([&] { disk().ChangePassword(0, text("pw"), text("new")); });
     EXPECT_THAT(lines, Contains("CLoadDISK::WriteFile() >> MediaDiskWriteFile() : 9 (toolkit says no)"));
     EXPECT_THAT(lines,
                 Contains("CLoadDISK::ChangePassword() >> MediaDiskReadFile() : 30201 (toolkit says no)"));
     toolkit.failures.clear();
     writeFile(class1 / "a_env.key", "other:km");
-    EXPECT_THAT(linesOf([&] { disk().ChangePassword(0, text("pw"), text("new")); }),
+    EXPECT_THAT(systemLogOf([&] { disk().ChangePassword(0, text("pw"), text("new")); }),
                 Contains("CLoadDISK::ChangePassword() >> MediaDiskDeletePriKey() : 2004 (toolkit says no)"));
     toolkit.failures = {{"CertLoad", 9}};
     int algorithm = 0;
-    EXPECT_THAT(linesOf([&] { disk().GetPrikeyAlg(text("cert"), 4, &algorithm); }),
+    EXPECT_THAT(systemLogOf([&] { disk().GetPrikeyAlg(text("cert"), 4, &algorithm); }),
                 Contains("CLoadSMCard::GetPrikeyAlg() >> CertLoad() : 9 (toolkit says no)"));
 }
 
 TEST_F(Trace, PasswordCheckFailsUnderAnotherMembersName)
 {
     EXPECT_THAT(
-        linesOf([&] { session().CheckPassword(text("pw"), text("other:key"), 9); }),
+        systemLogOf([&] { session().CheckPassword(text("pw"), text("other:key"), 9); }),
         Contains("CCertListProcInterface::ExportDataPFX() >> PriKeyDecrypt() : 2004 (toolkit says no)"));
 }
 
@@ -247,5 +204,5 @@ TEST_F(Trace, EmptyListIsTold)
 
 TEST_F(Trace, CountIsTold)
 {
-    EXPECT_THAT(linesOf([&] { session().GetCertCount(); }), ElementsAre("Cert Count : 0"));
+    EXPECT_THAT(systemLogOf([&] { session().GetCertCount(); }), ElementsAre("Cert Count : 0"));
 }
