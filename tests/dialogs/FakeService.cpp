@@ -201,6 +201,14 @@ int CLP_ImportPFX(void*, char* pszFilePath, char* pszPassword, char** pszOutSign
     return QG_OK;
 }
 
+int CLP_VerifyCert(void*, int nIndex, int nMsgLen, char* pszVerifyMsg)
+{
+    const int result = answer("CLP_VerifyCert", std::to_string(nIndex) + "," + std::to_string(nMsgLen));
+    if (result != QG_OK)
+        copyText(pszVerifyMsg, static_cast<std::size_t>(nMsgLen), fake().verifyText.c_str());
+    return result;
+}
+
 int CLP_GetRemDriveCount(void*, int* nCount)
 {
     *nCount = static_cast<int>(fake().drives.size());

@@ -42,6 +42,7 @@ struct FakeService
     std::vector<std::string> calls;      ///< "CLP_SetMediaType(1,0)", in order
     LOADOPT loadOption = {};             ///< argument of the last CLP_Initalize
     LOADCERTOPT filter = {};             ///< argument of the last CLP_SetType
+    std::string verifyText;              ///< what CLP_VerifyCert says when it fails
     std::string memoryCert;              ///< signing certificate of the last CLP_SetMemoryCert
     bool throwing = false;               ///< CLP_SetType runs out of memory
     int sessions = 0;                    ///< sessions begun and not ended
