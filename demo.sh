@@ -7,13 +7,15 @@ cd "$(dirname "$0")"
 
 usage() {
     cat <<'TEXT'
-Usage: ./demo.sh [--no-install] [--language kor|eng] [--screenshots DIR] [--unattended]
+Usage: ./demo.sh [--no-install] [--language kor|eng] [--view] [--screenshots DIR] [--unattended]
 
 Shows Quillgate's certificate dialog on sample certificates. Your own home directory is not touched: the demo
 gives the program another one, build/demo/home. Without a display the same dialog runs off-screen, and the demo
 picks a certificate and types the password by mouse and keyboard events.
   --no-install       do not install Debian packages, take the machine as it is
   --language LANG    kor (default) or eng
+  --view             show the certificate viewer too: double-click a certificate in the list, or let the demo do
+                     so where it uses the dialog itself
   --screenshots DIR  save pictures of the windows in DIR
   --unattended       let the demo use the dialog even where there is a display
   --help             this text
@@ -24,12 +26,14 @@ install=yes
 language=kor
 screenshots=
 unattended=no
+view=no
 while [ $# -gt 0 ]; do
     case $1 in
         --no-install) install=no ;;
         --language) language=${2:?--language needs kor or eng}; shift ;;
         --screenshots) screenshots=${2:?--screenshots needs a directory}; shift ;;
         --unattended) unattended=yes ;;
+        --view) view=yes ;;
         --help | -h) usage; exit 0 ;;
         *) usage >&2; exit 2 ;;
     esac
@@ -68,6 +72,11 @@ if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     unattended=yes
 fi
 [ $unattended = no ] || arguments+=(--unattended --holder 홍길동 --password "$password")
+
+if [ $view = yes ]; then
+    arguments+=(--view)
+    [ $unattended = yes ] || echo "Double-click a certificate to look at it in the viewer."
+fi
 
 NSS_WRAPPER_PASSWD="$demo/passwd" NSS_WRAPPER_GROUP="$demo/group" LD_PRELOAD=libnss_wrapper.so \
     build/release/quillgate-demo "${arguments[@]}"

@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPixmap>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTextStream>
 #include <QTimer>
@@ -16,6 +17,7 @@
 namespace {
 
 constexpr int lookIntervalMs = 100;
+constexpr int subjectRow = 6; // of the viewer's detail tab
 
 } // namespace
 
@@ -41,11 +43,15 @@ void Driver::look()
         return;
     if (qobject_cast<QMessageBox*>(window))
         return answerMessage(*window);
+    if (window->objectName() == "CertViewMainDialog")
+        return lookAtViewer(*window);
     if (window->objectName() != "SelectCertDialog")
         return;
     if (!std::exchange(m_pictured, true))
         screenshot(*window, "dialog");
-    if (m_plan.drives && !std::exchange(m_typed, true))
+    if (m_plan.drives && m_plan.views && !std::exchange(m_viewed, true))
+        clickRow(*window, true);
+    else if (m_plan.drives && !std::exchange(m_typed, true))
         drive(*window);
 }
 
@@ -59,7 +65,22 @@ void Driver::screenshot(QWidget& window, const QString& name) const
                         << "\n";
 }
 
-bool Driver::selectRow(QWidget& dialog) const
+void Driver::lookAtViewer(QWidget& viewer)
+{
+    auto* tabs = viewer.findChild<QTabWidget*>("tabWidget");
+    if (!std::exchange(m_viewerPictured, true)) {
+        screenshot(viewer, "viewer");
+        tabs->setCurrentIndex(1);
+        auto* fields = viewer.findChild<QTableView*>("tableView_certinfolist");
+        fields->selectRow(subjectRow);
+        screenshot(viewer, "viewer-details");
+        tabs->setCurrentIndex(0);
+    }
+    if (m_plan.drives)
+        QTest::mouseClick(viewer.findChild<QPushButton*>("pushButton_ok"), Qt::LeftButton);
+}
+
+bool Driver::clickRow(QWidget& dialog, bool twice) const
 {
     auto* table = dialog.findChild<QTableView*>("tableView_certlist");
     const QAbstractItemModel* model = table->model();
@@ -68,7 +89,10 @@ bool Driver::selectRow(QWidget& dialog) const
         if (!m_plan.rowText.isEmpty() && !cell.data().toString().contains(m_plan.rowText))
             continue;
         table->scrollTo(cell);
-        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(cell).center());
+        const QPoint place = table->visualRect(cell).center();
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, place);
+        if (twice)
+            QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
         return true;
     }
     return false;
@@ -76,7 +100,7 @@ bool Driver::selectRow(QWidget& dialog) const
 
 void Driver::drive(QWidget& dialog)
 {
-    if (!selectRow(dialog)) {
+    if (!clickRow(dialog, false)) {
         QTextStream(stdout) << "no certificate of that name in the list\n";
         QTest::mouseClick(dialog.findChild<QPushButton*>("pushButton_cancel"), Qt::LeftButton);
         return;

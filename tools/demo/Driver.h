@@ -20,6 +20,7 @@ public:
     struct Plan
     {
         bool drives = false;
+        bool views = false; ///< opens the viewer by a double click first, looks at both tabs and closes it
         QString rowText;
         QString password;
         QString screenshotDirectory;
@@ -32,11 +33,14 @@ private:
     void comeRound();
     void look();
     void screenshot(QWidget& window, const QString& name) const;
-    bool selectRow(QWidget& dialog) const;
+    bool clickRow(QWidget& dialog, bool twice) const;
+    void lookAtViewer(QWidget& viewer);
     void answerMessage(QWidget& box);
     void drive(QWidget& dialog);
 
     Plan m_plan;
+    bool m_viewed = false;
+    bool m_viewerPictured = false;
     bool m_typed = false;
     bool m_pictured = false;
 };

@@ -24,6 +24,7 @@ struct Options
     std::string holder;
     std::string password;
     bool unattended = false;
+    bool view = false;
 };
 
 /** Reads the command line; exits the process on --help and on errors, as CLI11 does. */
@@ -37,6 +38,7 @@ Options readOptions(int argc, char** argv)
         ->check(CLI::IsMember({"kor", "eng"}));
     app.add_option("--screenshots", options.screenshots, "Directory for pictures of the windows");
     app.add_flag("--unattended", options.unattended, "Use the dialog by mouse and keyboard events");
+    app.add_flag("--view", options.view, "With --unattended, open the certificate viewer first");
     app.add_option("--holder", options.holder,
                    "Text in the name of the certificate to pick, with --unattended");
     app.add_option("--password", options.password, "Password to type, with --unattended");
@@ -71,9 +73,10 @@ struct Selection
 
 int run(const Options& options)
 {
-    const Driver driver(
-        {options.unattended, QString::fromStdString(options.holder), QString::fromStdString(options.password),
-         QString::fromStdString(options.screenshots), QString::fromStdString(options.language)});
+    const Driver driver({options.unattended, options.view, QString::fromStdString(options.holder),
+                         QString::fromStdString(options.password),
+                         QString::fromStdString(options.screenshots),
+                         QString::fromStdString(options.language)});
     const auto init = makeInitOptions(options);
     const Selection selection;
     const int code = ShowUserCert_T(init.get(), selection.load.get(), nullptr, selection.extra.get(),
