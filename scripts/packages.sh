@@ -2,12 +2,12 @@
 # shellcheck shell=bash
 
 # To compile and link the library, the toolkit and the tools.
-build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev libcli11-dev
+build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev libldap-dev libcli11-dev
                 libgtest-dev libgmock-dev libbenchmark-dev libnss-wrapper)
 # Fonts for the Korean dialog, and OpenSSL's legacy provider (libssl3), which knows the SEED cipher.
 demo_packages=(fonts-nanum libssl3)
 # Independent programs that the tests compare with, a display, and the style checks.
-test_packages=(openssl gnutls-bin xvfb xauth binutils clang-format clang-tidy librsvg2-bin imagemagick
+test_packages=(openssl gnutls-bin slapd python3 xvfb xauth binutils clang-format clang-tidy librsvg2-bin imagemagick
                fontconfig)
 
 # install_missing WHY PACKAGE...: installs with apt what dpkg does not have; says what and why, asks for sudo when

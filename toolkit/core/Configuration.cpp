@@ -11,6 +11,7 @@ namespace qgtk {
 namespace {
 
 using Values = std::map<std::string, std::string, std::less<>>;
+using Sections = std::map<std::string, Values, std::less<>>;
 
 std::string trimmed(const std::string& text)
 {
@@ -20,21 +21,21 @@ std::string trimmed(const std::string& text)
                                       : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/** The keys of one section of an INI text; the first of two equal keys counts. */
-Values sectionOf(const std::string& text, const std::string& section)
+/** The keys of all sections of an INI text; the first of two equal keys counts. */
+Sections sectionsOf(const std::string& text)
 {
-    Values values;
-    bool inside = false;
+    Sections sections;
+    Values* current = nullptr;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         line = trimmed(line);
         if (line.starts_with('['))
-            inside = line == "[" + section + "]";
+            current = line.ends_with(']') ? &sections[line.substr(1, line.size() - 2)] : nullptr;
         const std::size_t equals = line.find('=');
-        if (inside && equals != std::string::npos)
-            values.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+        if (current && equals != std::string::npos)
+            current->emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
     }
-    return values;
+    return sections;
 }
 
 /** A positive number, or the fallback. */
@@ -50,6 +51,34 @@ int numberOf(const Values& values, std::string_view key, int fallback)
     return usable ? number : fallback;
 }
 
+std::string textIn(const Values& values, std::string_view key)
+{
+    const auto found = values.find(key);
+    return found == values.end() ? std::string() : found->second;
+}
+
+/** The keys of a list of directory entries. */
+struct DirectoryKeys
+{
+    const char* count;
+    const char* section;
+    const char* name;
+    const char* url;
+};
+
+/** Appends the entries that are there; a count beyond reason counts as none at all. */
+void readDirectories(Sections& sections, const DirectoryKeys& keys, std::vector<DirectoryEntry>& entries)
+{
+    constexpr int most = 1000;
+    const int count = numberOf(sections["VALIDATOIN_OPTION"], keys.count, 0);
+    for (int i = 1; i <= count && count <= most; ++i) {
+        const Values& values = sections[keys.section + std::to_string(i)];
+        DirectoryEntry entry{textIn(values, keys.name), textIn(values, keys.url)};
+        if (!entry.url.empty())
+            entries.push_back(std::move(entry));
+    }
+}
+
 } // namespace
 
 Configuration Configuration::read(const std::string& path)
@@ -57,12 +86,16 @@ Configuration Configuration::read(const std::string& path)
     Configuration result;
     try {
         const SecretBytes bytes = readFile(path, maxObjectLength);
-        const Values values = sectionOf(std::string(textOf(bytes)), "OPEN_TOOLKIT");
+        Sections sections = sectionsOf(std::string(textOf(bytes)));
+        const Values& values = sections["OPEN_TOOLKIT"];
         result.maxIterations = numberOf(values, "MAX_ITERATIONS", result.maxIterations);
         result.keyIterations = numberOf(values, "KEY_ITERATIONS", result.keyIterations);
-        const auto language = values.find("LANGUAGE");
-        if (language != values.end() && language->second == "ENG")
+        result.connectSeconds = numberOf(values, "CONNECT_TIMEOUT", result.connectSeconds);
+        result.totalSeconds = numberOf(values, "TOTAL_TIMEOUT", result.totalSeconds);
+        if (textIn(values, "LANGUAGE") == "ENG")
             result.language = Language::English;
+        readDirectories(sections, {"CA_INFO_COUNT", "CA_INFO", "CA_DN", "DIR_URL"}, result.directories);
+        readDirectories(sections, {"LDAP_INFO_COUNT", "LDAP_INFO", "DN", "URL"}, result.directories);
     } catch (const Failure&) {
         // Without a file the defaults hold; a work directory need not have one.
     }

@@ -1,10 +1,18 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "toolkit/core/PrivateKey.h"
 
 namespace qgtk {
+
+/** An authority's entry in a directory: "CA_DN" and "DIR_URL", or "DN" and "URL", of a configuration file. */
+struct DirectoryEntry
+{
+    std::string name; /**< leaf first */
+    std::string url;  /**< "ldap://host:port" */
+};
 
 /**
  * Settings of the section "OPEN_TOOLKIT" of a toolkit configuration file. A value that is missing or of no
@@ -15,6 +23,13 @@ struct Configuration
     int maxIterations = defaultMaxIterations; /**< "MAX_ITERATIONS": keys that ask for more are refused */
     int keyIterations = defaultIterations;    /**< "KEY_ITERATIONS": what new keys are written with */
     Language language = Language::Korean;     /**< "LANGUAGE": KOR or ENG, of the texts of failures */
+
+    int connectSeconds = 5; /**< "CONNECT_TIMEOUT": to reach a server */
+    int totalSeconds = 15;  /**< "TOTAL_TIMEOUT": for all that one operation asks of servers */
+
+    /** Entries of the sections "CA_INFO1" or "LDAP_INFO1" and so on, of which "VALIDATOIN_OPTION" has the
+     * count. */
+    std::vector<DirectoryEntry> directories;
 
     static Configuration read(const std::string& path);
 };

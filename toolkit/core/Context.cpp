@@ -40,6 +40,21 @@ void Context::setCaCertificates(ByteView list)
     m_caCertificates.assign(list.begin(), list.end());
 }
 
+X509_STORE* Context::trusted()
+{
+    if (!m_trusted)
+        m_trusted = owned<StoreHandle>(X509_STORE_new());
+    return m_trusted.get();
+}
+
+void Context::trust(ByteView der)
+{
+    const X509Handle certificate = decodeX509(crypto(), der);
+    require(isAuthority(certificate.get()), Code::IssuerNotCa);
+    if (X509_STORE_add_cert(trusted(), certificate.get()) != 1)
+        throw std::bad_alloc();
+}
+
 void Context::note(Code code, const std::string& detail) noexcept
 {
     m_code = code;
@@ -54,7 +69,8 @@ std::string Context::errorText()
 {
     if (m_code == Code::Ok)
         return {};
-    std::string text = m_charset.fromUtf8(textOfCode(m_code, configuration().language));
+    std::string text = isVerdict(m_code) ? "<wrenlib>" : "";
+    text += m_charset.fromUtf8(textOfCode(m_code, configuration().language));
     text += " (" + std::to_string(static_cast<int>(m_code)) + ")";
     return m_detail.empty() ? text : text + ": " + m_detail;
 }

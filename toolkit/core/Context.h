@@ -8,6 +8,9 @@
 #include "toolkit/core/Configuration.h"
 #include "toolkit/core/Crypto.h"
 #include "toolkit/core/Module.h"
+#include "toolkit/core/Network.h"
+#include "toolkit/core/VerifySettings.h"
+#include "toolkit/core/X509Objects.h"
 
 namespace qgtk {
 
@@ -39,16 +42,28 @@ public:
     /** Keeps a certificate list for operations that need issuers; empty: none. Throws CertListDamaged. */
     void setCaCertificates(ByteView list);
 
+    ByteView caCertificates() const { return m_caCertificates; }
+
+    /** The certificates that paths may end at; empty at first. */
+    X509_STORE* trusted();
+
+    /** Trusts an authority's certificate. Throws CertDamaged, IssuerNotCa. */
+    void trust(ByteView der);
+
     /** Keeps a failure for errorText. Never throws: without memory the detail is lost. */
     void note(Code code, const std::string& detail) noexcept;
 
-    /** "<text> (<code>): <detail>" of the last failure, EUC-KR unless English is set; empty before the first.
+    /**
+     * "<text> (<code>): <detail>" of the last failure, EUC-KR unless English is set; empty before the first.
+     * "<wrenlib>" stands in front of it when it is a verdict: viewers show what is behind that marker.
      */
     std::string errorText();
 
     ModuleHandle module;   /**< the loaded medium */
     int hashAlgorithm = 4; /**< see checkHashCode */
     int option = 0;        /**< the caller's; nothing acts on it yet */
+    VerifySettings verifySettings;
+    ReplyStore replies; /**< what servers gave, when the settings keep it */
 
 private:
     std::string m_configurationFile;
@@ -57,6 +72,7 @@ private:
     std::unique_ptr<Crypto> m_crypto;
     std::optional<Certificate> m_certificate;
     Bytes m_caCertificates;
+    StoreHandle m_trusted; // behind m_crypto, in which it lives
     Charset m_charset;
     Code m_code = Code::Ok;
     std::string m_detail;

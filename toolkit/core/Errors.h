@@ -34,6 +34,39 @@ namespace qgtk {
     X(CertPublicKeyUnknown, 1203, "The public key is of an unknown kind", "알 수 없는 공개키입니다")                   \
     X(CertListDamaged, 1210, "The certificate list is damaged", "인증서 목록이 손상되었습니다")                        \
     X(CertListIndex, 1211, "The certificate list has no such entry", "인증서 목록에 해당 항목이 없습니다")             \
+    X(CertExpired, 1300, "The certificate has expired", "인증서의 유효기간이 지났습니다") \
+    X(CertNotYetValid, 1301, "The certificate is not valid yet", "인증서의 유효기간이 시작되지 않았습니다") \
+    X(CertSignature, 1302, "The signature of the certificate is wrong", "인증서의 서명이 올바르지 않습니다") \
+    X(IssuerMissing, 1303, "The issuer's certificate cannot be found", "발급자 인증서를 찾을 수 없습니다") \
+    X(RootNotTrusted, 1304, "The root certificate is not trusted", "신뢰하지 않는 최상위 인증서입니다") \
+    X(NoTrustedRoot, 1305, "No trusted root certificate is set", "신뢰하는 최상위 인증서가 설정되지 않았습니다") \
+    X(IssuerNotCa, 1306, "The issuer may not issue certificates", "인증서를 발급할 수 없는 발급자입니다") \
+    X(PathTooLong, 1307, "The certificate path is too long", "인증 경로가 너무 깁니다") \
+    X(PolicyRefused, 1308, "The certificate policy is not acceptable", "허용하지 않는 인증서 정책입니다") \
+    X(NameRefused, 1309, "The name violates a constraint of an issuer", "발급자의 이름 제한을 벗어났습니다") \
+    X(CriticalExtension, 1310, "A critical extension is unknown", "알 수 없는 필수 확장 영역이 있습니다") \
+    X(UsageRefused, 1311, "The key usage does not fit", "키 용도가 맞지 않습니다") \
+    X(PathRefused, 1312, "The certificate path is not valid", "인증 경로가 올바르지 않습니다") \
+    X(NamesDiffer, 1313, "The names differ", "이름이 서로 다릅니다") \
+    X(CertRevoked, 1320, "The certificate is revoked", "폐지된 인증서입니다") \
+    X(CrlMissing, 1321, "No revocation list can be found", "인증서 폐지목록을 찾을 수 없습니다") \
+    X(CrlExpired, 1322, "The revocation list is outdated", "인증서 폐지목록의 유효기간이 지났습니다") \
+    X(CrlNotYetValid, 1323, "The revocation list is not valid yet", "인증서 폐지목록의 유효기간이 시작되지 않았습니다") \
+    X(CrlSignature, 1324, "The signature of the revocation list is wrong", "인증서 폐지목록의 서명이 올바르지 않습니다") \
+    X(CrlRefused, 1325, "The revocation list cannot be used", "사용할 수 없는 인증서 폐지목록입니다") \
+    X(CrlDamaged, 1326, "The revocation list is damaged or is not one", "인증서 폐지목록이 손상되었거나 폐지목록이 아닙니다") \
+    X(OcspMissing, 1330, "The certificate names no status responder", "인증서에 상태확인 서버가 없습니다") \
+    X(OcspUnknown, 1331, "The responder does not know the certificate", "상태확인 서버가 모르는 인증서입니다") \
+    X(OcspRefused, 1332, "The responder refused the request", "상태확인 서버가 요청을 거부했습니다") \
+    X(OcspUntrusted, 1333, "The responder's answer is not trusted", "상태확인 응답을 신뢰할 수 없습니다") \
+    X(OcspOutdated, 1334, "The responder's answer is outdated", "상태확인 응답의 유효기간이 지났습니다") \
+    X(UrlRefused, 1400, "The address is not supported", "지원하지 않는 주소입니다") \
+    X(ServerUnreachable, 1401, "The server cannot be reached", "서버에 연결할 수 없습니다") \
+    X(ServerTimeout, 1402, "The server does not answer in time", "서버가 제한 시간 안에 응답하지 않습니다") \
+    X(ServerRefused, 1403, "The server refused the request", "서버가 요청을 거부했습니다") \
+    X(EntryMissing, 1404, "The server has no such entry", "서버에 해당 항목이 없습니다") \
+    X(ReplyTooLarge, 1405, "The reply is too large", "응답이 너무 큽니다") \
+    X(ReplyDamaged, 1406, "The reply is not what was asked for", "요청한 것과 다른 응답입니다") \
     X(KeyDamaged, 2000, "The private key is damaged or is not one", "개인키가 손상되었거나 개인키가 아닙니다")         \
     X(KeyUndecryptable, 2001, "The private key cannot be decrypted", "개인키를 복호화할 수 없습니다")                  \
     X(KeyAlgorithmUnknown, 2002, "The private key uses an unknown algorithm", "개인키의 암호 알고리즘을 알 수 없습니다")\
@@ -68,6 +101,15 @@ enum class Language
     English
 };
 
+/** Whether a code is what a verification found, or why a server gave nothing: texts of these carry a marker.
+ */
+inline bool isVerdict(Code code)
+{
+    constexpr int first = 1300;
+    constexpr int behind = 1500;
+    return static_cast<int>(code) >= first && static_cast<int>(code) < behind;
+}
+
 /** The text of a code, UTF-8, without a full stop; static. */
 const char* textOfCode(Code code, Language language);
 
@@ -75,7 +117,7 @@ const char* textOfCode(Code code, Language language);
 class Failure : public std::exception
 {
 public:
-    /** detail, UTF-8 or a path's own bytes, names the object, as a path; it may be empty. */
+    /** detail, EUC-KR or a path's own bytes, names the object, as a path; it may be empty. */
     explicit Failure(Code failureCode, std::string failureDetail = {})
         : m_code(failureCode), m_detail(std::move(failureDetail))
     {}

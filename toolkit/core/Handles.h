@@ -36,6 +36,9 @@ using KdfHandle = Handle<EVP_KDF, EVP_KDF_free>;
 using KdfRun = Handle<EVP_KDF_CTX, EVP_KDF_CTX_free>;
 using KeyHandle = Handle<EVP_PKEY, EVP_PKEY_free>;
 using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
+using CrlHandle = Handle<X509_CRL, X509_CRL_free>;
+using StoreHandle = Handle<X509_STORE, X509_STORE_free>;
+using X509Handle = Handle<X509, X509_free>;
 using StringHandle = Handle<ASN1_STRING, ASN1_STRING_free>;
 
 /** Takes an object that an OpenSSL allocation gave, or throws std::bad_alloc when it gave none. */

@@ -10,6 +10,9 @@ using namespace qgtk;
 
 namespace {
 
+/** Callers hand buffers for a name without their size; they are at least so large. */
+constexpr int nameSize = 1024;
+
 /** The only medium here; 2 are smart cards. */
 void requireDisk(int medium)
 {
@@ -174,5 +177,87 @@ QGTK_OPERATION(STORAGE_DeletePriKey)(void* handle, int medium, char* path, char*
     return callOn(handle, [&](Context& context) {
         requireDisk(medium);
         deleteKeyFile(context, pathArgument(path), textArgument(password));
+    });
+}
+
+QGTK_OPERATION(CERT_SetVerifyEnv)
+(void* handle, int range, int check, bool useCache, char* time, char* ocspUrl)
+{
+    return callOn(handle, [&](Context& context) {
+        using enum StatusSource;
+        const auto instant = referenceTimeOf(time);
+        setVerification(context, wholeChainOf(range), sourceOf(check, {None, Crl, Ocsp, OcspElseCrl}),
+                        useCache, ocspUrl);
+        context.verifySettings.time = instant;
+    });
+}
+
+QGTK_OPERATION(CERT_Verify)
+(void* handle, BINSTR* certificate, int certificateType, char* policies, char* configurationFile, bool sign,
+ BINSTR* signerCertificate, BINSTR* signerKey)
+{
+    return callOn(handle, [&](Context& context) {
+        VerifyRequest request =
+            verifyRequest(context, certificateType, policies, sign, signerCertificate, signerKey);
+        request.configurationFile = textArgument(configurationFile);
+        verifyCertificate(context, viewOf(certificate), request);
+    });
+}
+
+QGTK_OPERATION(CERT_CheckStatByOCSP)
+(void* handle, BINSTR* certificate, bool sign, BINSTR* signerCertificate, BINSTR* signerKey, char* url,
+ BINSTR* responder, char* date, int* reason)
+{
+    return callOn(handle, [&](Context& context) {
+        const VerifyRequest request = verifyRequest(context, 0, nullptr, sign, signerCertificate, signerKey);
+        OcspAnswer answer;
+        const auto check = [&] {
+            checkStatusByOcsp(context, viewOf(certificate), std::string(textArgument(url)), request.signer,
+                              answer);
+        };
+        reportRevocation(check, answer.entry, date, reason);
+        if (responder && !answer.responder.empty())
+            assign(responder, answer.responder);
+    });
+}
+
+QGTK_OPERATION(LDAP_GetDataByURL)(void* handle, int dataType, char* url, BINSTR* data)
+{
+    return fetchByAddress(handle, dataType, url, data);
+}
+
+QGTK_OPERATION(LDAP_GetCRLByCert)(void* handle, BINSTR* certificate, BINSTR* list)
+{
+    return fetchListFor(handle, certificate, list);
+}
+
+QGTK_OPERATION(LDAP_GetDataByCN)
+(void* handle, char* host, int port, char* commonName, int dataType, char* fullName, BINSTR* data)
+{
+    constexpr int mostPort = 65535;
+    return callOn(handle, [&](Context& context) {
+        require(port > 0 && port <= mostPort, Code::BadArgument);
+        ServerAccess servers(context);
+        const NamedValue found =
+            servers.network.find(pathArgument(host), port, pathArgument(commonName), objectKindOf(dataType));
+        assign(data, found.value);
+        if (fullName)
+            copyCut(context.charset().fromUtf8(found.name), nameSize, fullName);
+    });
+}
+
+QGTK_OPERATION(LDAP_GetAnyDataByURL)(void* handle, char* attribute, char* url, BINSTR* data)
+{
+    return callOn(handle, [&](Context& context) {
+        ServerAccess servers(context);
+        assign(data, servers.network.fetchAttribute(pathArgument(url), pathArgument(attribute)).front());
+    });
+}
+
+QGTK_OPERATION(LDAP_GetCertPath)(void* handle, BINSTR* certificate, char* configurationFile, BINSTR* path)
+{
+    return callOn(handle, [&](Context& context) {
+        assign(path, pathBytes(certificatePath(context, viewOf(certificate),
+                                               std::string(textArgument(configurationFile)))));
     });
 }

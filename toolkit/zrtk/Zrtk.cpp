@@ -151,3 +151,83 @@ QGTK_OPERATION(VID_HashOfIDN_R)
                                   textArgument(idNumber)));
     });
 }
+
+QGTK_OPERATION(CERT_SetVerifyEnv1)(void* handle, int range, int check, bool useCache, char* ocspUrl)
+{
+    return callOn(handle, [&](Context& context) {
+        using enum StatusSource;
+        setVerification(context, wholeChainOf(range), sourceOf(check, {None, Ocsp, Crl, OcspElseCrl}),
+                        useCache, ocspUrl);
+    });
+}
+
+QGTK_OPERATION(CERT_SetVerifyEnv2)(void* handle, char* time, BINSTR* authorityList, BINSTR* list)
+{
+    return callOn(handle, [&](Context& context) {
+        VerifySettings settings = context.verifySettings;
+        settings.time = referenceTimeOf(time);
+        settings.arl = optionalBytes(authorityList);
+        settings.crl = optionalBytes(list);
+        for (const Bytes* given : {&settings.arl, &settings.crl})
+            if (!given->empty())
+                decodeCrl(context.crypto(), *given);
+        context.verifySettings = std::move(settings);
+    });
+}
+
+QGTK_OPERATION(CERT_Verify)
+(void* handle, BINSTR* certificate, int certificateType, char* policies, bool sign, BINSTR* signerCertificate,
+ BINSTR* signerKey)
+{
+    return callOn(handle, [&](Context& context) {
+        verifyCertificate(
+            context, viewOf(certificate),
+            verifyRequest(context, certificateType, policies, sign, signerCertificate, signerKey));
+    });
+}
+
+QGTK_OPERATION(CERT_Verify2)(void* handle, BINSTR* certificate, int certificateType, char* policies, char*)
+{
+    // The password is for keys on a medium, of which none is at hand: requests are not signed.
+    return callOn(handle, [&](Context& context) {
+        verifyCertificate(context, viewOf(certificate),
+                          verifyRequest(context, certificateType, policies, false, nullptr, nullptr));
+    });
+}
+
+QGTK_OPERATION(ZRAP_GetDataByURL)(void* handle, int dataType, char* url, BINSTR* data)
+{
+    return fetchByAddress(handle, dataType, url, data);
+}
+
+QGTK_OPERATION(ZRAP_GetCRLByCert)(void* handle, BINSTR* certificate, BINSTR* list)
+{
+    return fetchListFor(handle, certificate, list);
+}
+
+QGTK_OPERATION(UTIL_CompareDN)(void* handle, char* first, char* second)
+{
+    return callOn(handle, [&](Context&) { compareNames(textArgument(first), textArgument(second)); });
+}
+
+QGTK_OPERATION(UTIL_GetCertPath)(void* handle, BINSTR* certificate, BINSTR* path)
+{
+    return callOn(handle, [&](Context& context) {
+        assign(path, pathBytes(certificatePath(context, viewOf(certificate))));
+    });
+}
+
+QGTK_OPERATION(UTIL_GetRootCert)(void* handle, BINSTR* certificate, BINSTR* root)
+{
+    return callOn(handle, [&](Context& context) {
+        const X509Stack path = certificatePath(context, viewOf(certificate));
+        assign(root, derOf(sk_X509_value(path.get(), sk_X509_num(path.get()) - 1)));
+    });
+}
+
+QGTK_OPERATION(UTIL_IsTrustCert)(void* handle, BINSTR* certificate, BINSTR* root, bool* isTrusted)
+{
+    return callOn(handle, [&](Context& context) {
+        store(isTrusted, isOnPath(context, viewOf(certificate), viewOf(root)));
+    });
+}

@@ -75,6 +75,14 @@ Bytes encodeValidity(const Validity& validity)
     return der::sequence({encodeTime(validity.notBefore), encodeTime(validity.notAfter)});
 }
 
+/** One revoked certificate: its number, when, and why. */
+Bytes encodeRevocation(const std::string& serial, const ListRequest& request)
+{
+    const Bytes reason = der::element(0x0A, Bytes(1, static_cast<char>(request.reason))); // ENUMERATED
+    return der::sequence({der::bigInteger(fromHex(serial)), encodeTime(request.validity.notBefore),
+                          encodeExtensions({{"CRLReason", reason}})});
+}
+
 } // namespace
 
 Validity Validity::days(int from, int until)
@@ -152,6 +160,21 @@ Bytes Authority::issue(const Request& request)
         {der::context(0, der::integer(2)), der::bigInteger(nextSerial(request)), signer.algorithm(),
          encodeName(m_subject), encodeValidity(request.validity), encodeName(request.subject),
          request.key.publicKeyInfo(), der::context(3, encodeExtensions(extensions(request)))});
+    return der::sequence({body, signer.algorithm(), der::bitString(signer.sign(body))});
+}
+
+Bytes Authority::revocationList(const ListRequest& request) const
+{
+    const Signer signer(m_key, "SHA256");
+    Bytes entries;
+    for (const std::string& serial : request.serials)
+        entries += encodeRevocation(serial, request);
+    const Bytes extensions = encodeExtensions(
+        {authorityKeyExtension(m_key.identifier(), m_issuer, m_serial), {"crlNumber", der::integer(1)}});
+    const Bytes body = der::sequence(
+        {der::integer(1), signer.algorithm(), encodeName(m_subject), encodeTime(request.validity.notBefore),
+         encodeTime(request.validity.notAfter),
+         entries.empty() ? Bytes() : der::element(der::Sequence, entries), der::context(0, extensions)});
     return der::sequence({body, signer.algorithm(), der::bitString(signer.sign(body))});
 }
 

@@ -41,6 +41,14 @@ struct Request
     std::vector<Extension> extras = {}; /**< written behind the others as they stand */
 };
 
+/** What a revocation list is to hold. */
+struct ListRequest
+{
+    std::vector<std::string> serials = {};      /**< hexadecimal numbers of the revoked certificates */
+    Validity validity = Validity::days(-1, 30); /**< this and next update */
+    int reason = 1;                             /**< of every entry: 1 is a key that became known */
+};
+
 /**
  * A certificate authority. It issues what it is asked for, sensible or not; nothing is kept but the next
  * serial number. All functions throw std::invalid_argument for a request that can't be encoded and
@@ -60,6 +68,9 @@ public:
 
     /** Issues a certificate; the result is its DER. */
     Bytes issue(const Request& request);
+
+    /** A revocation list of this authority's, signed by its key; the result is its DER. */
+    Bytes revocationList(const ListRequest& request = {}) const;
 
     /** The authority's own certificate in DER. */
     const Bytes& certificate() const { return m_certificate; }

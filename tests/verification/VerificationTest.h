@@ -1,0 +1,30 @@
+#pragma once
+
+#include "TestHome.h"
+#include "TestPki.h"
+#include "ToolkitLibrary.h"
+
+/** A context of one side that verifies certificates; the sides' differences are hidden here. */
+class VerificationTest : public ToolkitTest
+{
+protected:
+    enum class Source
+    {
+        None,
+        Crl,
+        Ocsp
+    };
+
+    bool isZrtk() const { return GetParam().prefix == std::string("ZRTK_"); }
+
+    /** Gives certificates to the context: anchors, and authorities that may be on a path. */
+    void trust(const samplepki::Bytes& certificate);
+    void know(const samplepki::Bytes& certificates);
+
+    /** Sets the whole chain or the certificate alone, and where revocation is looked up. */
+    void look(Source source, bool wholeChain = true);
+
+    /** Verifies and gives the code. */
+    int verify(const samplepki::Bytes& certificate, const std::string& policies = {},
+               int certificateType = 1);
+};

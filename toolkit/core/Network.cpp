@@ -1,0 +1,119 @@
+#include "toolkit/core/Network.h"
+
+#include <strings.h>
+
+#include "toolkit/core/Certificate.h"
+#include "toolkit/core/Directory.h"
+#include "toolkit/core/Http.h"
+
+namespace qgtk {
+
+namespace {
+
+bool hasScheme(const std::string& url, const char* scheme)
+{
+    const std::size_t colon = url.find("://");
+    return colon != std::string::npos && strcasecmp(url.substr(0, colon).c_str(), scheme) == 0;
+}
+
+const char* attributeOf(ObjectKind kind)
+{
+    switch (kind) {
+    case ObjectKind::AuthorityCertificate:
+        return "cACertificate";
+    case ObjectKind::UserCertificate:
+        return "userCertificate";
+    case ObjectKind::Crl:
+        return "certificateRevocationList";
+    case ObjectKind::AuthorityCrl:
+        return "authorityRevocationList";
+    }
+    return "";
+}
+
+bool isOfKind(ByteView der, ObjectKind kind)
+{
+    if (kind == ObjectKind::Crl || kind == ObjectKind::AuthorityCrl)
+        return decodeDer<CrlHandle>(d2i_X509_CRL, der) != nullptr;
+    try {
+        return certificateLength(der) == der.size();
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
+} // namespace
+
+ObjectKind objectKindOf(int dataType)
+{
+    require(dataType >= static_cast<int>(ObjectKind::AuthorityCertificate) &&
+                dataType <= static_cast<int>(ObjectKind::AuthorityCrl),
+            Code::BadArgument);
+    return static_cast<ObjectKind>(dataType);
+}
+
+/** Runs an exchange; its failures carry the address. */
+template <typename Exchange>
+auto Network::named(const std::string& url, Exchange&& exchange)
+{
+    try {
+        if (m_deadline.hasPassed())
+            throw Failure(Code::ServerTimeout);
+        return exchange();
+    } catch (const Failure& failure) {
+        throw Failure(failure.code(), url);
+    }
+}
+
+std::vector<Bytes> Network::fetchAnew(const std::string& url, ObjectKind kind)
+{
+    std::vector<Bytes> objects;
+    if (hasScheme(url, "ldap"))
+        objects = readDirectory(url, attributeOf(kind), false, m_deadline, m_connectSeconds);
+    else if (hasScheme(url, "http"))
+        objects.push_back(httpGet(url, m_deadline, m_connectSeconds));
+    else
+        throw Failure(Code::UrlRefused);
+    std::erase_if(objects, [&](const Bytes& der) { return !isOfKind(der, kind); });
+    require(!objects.empty(), Code::ReplyDamaged);
+    return objects;
+}
+
+std::vector<Bytes> Network::fetch(const std::string& url, ObjectKind kind)
+{
+    const std::string key = std::to_string(static_cast<int>(kind)) + " " + url;
+    if (m_kept && m_kept->contains(key))
+        return m_kept->at(key);
+    const std::vector<Bytes> objects = named(url, [&] { return fetchAnew(url, kind); });
+    if (m_kept)
+        m_kept->emplace(key, objects);
+    return objects;
+}
+
+std::vector<Bytes> Network::fetchAttribute(const std::string& url, const std::string& attribute)
+{
+    return named(url, [&] {
+        require(hasScheme(url, "ldap"), Code::UrlRefused);
+        return readDirectory(url, attribute, true, m_deadline, m_connectSeconds);
+    });
+}
+
+NamedValue Network::find(const std::string& host, int port, const std::string& commonName, ObjectKind kind)
+{
+    return named(host, [&] {
+        NamedValue found =
+            findInDirectory(host, port, commonName, attributeOf(kind), m_deadline, m_connectSeconds);
+        require(isOfKind(found.value, kind), Code::ReplyDamaged);
+        return found;
+    });
+}
+
+Bytes Network::post(const std::string& url, const std::string& contentType, ByteView body)
+{
+    return named(url, [&] {
+        require(hasScheme(url, "http"), Code::UrlRefused);
+        return httpPost(url, contentType, body, m_deadline, m_connectSeconds);
+    });
+}
+
+} // namespace qgtk

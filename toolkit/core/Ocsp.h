@@ -1,0 +1,34 @@
+#pragma once
+
+#include "toolkit/core/PrivateKey.h"
+#include "toolkit/core/Revocation.h"
+
+namespace qgtk {
+
+/** Who signs a request; null certificate: nobody. */
+struct RequestSigner
+{
+    X509Handle certificate;
+    KeyHandle key;
+};
+
+/** Decodes a signer's certificate and plain private key. Throws CertDamaged, KeyNotPlain, KeyMismatch. */
+RequestSigner requestSigner(const Crypto& crypto, ByteView certificate, ByteView plainKey);
+
+/** A responder's verdict, when it is a good one or a revocation. */
+struct OcspAnswer
+{
+    RevocationEntry entry;
+    Bytes responder; /**< DER of the certificate that signed the answer */
+};
+
+/**
+ * Asks a responder about one certificate of a validated path, by its place on it; an empty address asks the
+ * certificate's own responder. Only the issuer, or who holds its certificate for signing answers, is
+ * believed. What it says of the certificate goes into answer. Throws CertRevoked, the Ocsp codes and those of
+ * Network::post.
+ */
+void checkByResponder(Context& context, Network& network, const X509Stack& path, int place,
+                      const std::string& url, const RequestSigner& signer, OcspAnswer& answer);
+
+} // namespace qgtk
