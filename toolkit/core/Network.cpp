@@ -84,7 +84,7 @@ std::vector<Bytes> Network::fetch(const std::string& url, ObjectKind kind)
     const std::string key = std::to_string(static_cast<int>(kind)) + " " + url;
     if (m_kept && m_kept->contains(key))
         return m_kept->at(key);
-    const std::vector<Bytes> objects = named(url, [&] { return fetchAnew(url, kind); });
+    std::vector<Bytes> objects = named(url, [&] { return fetchAnew(url, kind); });
     if (m_kept)
         m_kept->emplace(key, objects);
     return objects;
