@@ -33,15 +33,6 @@ X509Stack findPath(Context& context, IssuerSearch& issuers, PathRun run)
     }
 }
 
-/** An issuer must say that it is one; OpenSSL lets old forms pass that say nothing. */
-void checkIssuers(Context& context, const X509Stack& path)
-{
-    constexpr int saysSo = 1;
-    for (int i = 1; i < sk_X509_num(path.get()) - 1; ++i)
-        if (X509* issuer = sk_X509_value(path.get(), i); X509_check_ca(issuer) != saysSo)
-            throw failureOf(Code::IssuerNotCa, issuer, context.charset());
-}
-
 bool fits(X509* certificate, CertificateUse use)
 {
     const std::uint32_t usage = X509_get_key_usage(certificate);
@@ -69,7 +60,6 @@ X509Stack validPath(Context& context, ServerAccess& servers, ByteView der, const
     run.leaf = leaf.get();
     run.policies = policiesOf(request.policies);
     X509Stack path = findPath(context, issuers, std::move(run));
-    checkIssuers(context, path);
     if (!fits(leaf.get(), request.use))
         throw failureOf(Code::UsageRefused, leaf.get(), context.charset());
     return path;
