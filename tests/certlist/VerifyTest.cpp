@@ -138,7 +138,8 @@ TEST_F(Verify, ConfigurationPathIsRequired)
 {
     int number = 0;
     ROOTCERTURLINFO root{};
-    for (char* none : {static_cast<char*>(nullptr), text("")}) {
+    char empty[] = "";
+    for (char* none : {static_cast<char*>(nullptr), empty}) {
         EXPECT_EQ(session().GetRootCertCount(none, &number), QG_BAD_ARGUMENT);
         EXPECT_EQ(session().GetRootCertURL(none, &root), QG_BAD_ARGUMENT);
     }
