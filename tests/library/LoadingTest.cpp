@@ -1,7 +1,7 @@
 // The library and both toolkits come and go in a host's process without leaving anything behind.
 
 #include <QApplication>
-#include <algorithm>
+#include <TestHome.h>
 #include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
@@ -13,14 +13,17 @@
 
 namespace {
 
-constexpr int rounds = 1000;
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool sanitized = true;
+#else
+constexpr bool sanitized = false;
+#endif
+
+/** The sanitizer takes a tenth of a second for a library that comes and goes. */
+constexpr int rounds = sanitized ? 200 : 1000;
 
 /** Pages of 4 KiB by which the process may grow. The sanitizer's quarantine grows with use. */
-#ifdef __SANITIZE_ADDRESS__
-constexpr long allowedPages = 1 << 20;
-#else
-constexpr long allowedPages = 512;
-#endif
+constexpr long allowedPages = sanitized ? 1 << 20 : 512;
 
 std::size_t openDescriptors()
 {
@@ -36,13 +39,17 @@ long residentPages()
     return resident;
 }
 
+/** Under the sanitizer those of files alone: it maps memory of its own for every library that comes. */
 std::size_t mappings()
 {
     std::ifstream maps("/proc/self/maps");
-    return static_cast<std::size_t>(std::count(std::istreambuf_iterator<char>(maps), {}, '\n'));
+    std::size_t count = 0;
+    for (std::string line; std::getline(maps, line);)
+        count += !sanitized || line.find('/') != std::string::npos;
+    return count;
 }
 
-/** Runs an action so often and expects that the rounds after the first hundred cost nothing that stays. */
+/** Runs an action so often and expects that the rounds after the first tenth cost nothing that stays. */
 template <typename Action>
 void expectNothingLeftBehind(Action action)
 {
@@ -65,7 +72,7 @@ void* load(const char* file)
     return library;
 }
 
-TEST(Loading, TheLibraryAloneAThousandTimes)
+TEST(Loading, TheLibraryAloneManyTimes)
 {
     expectNothingLeftBehind([] { dlclose(load(LIBRARY)); });
 }
@@ -79,7 +86,7 @@ TEST(Loading, TheLibraryIsGoneFromTheProcessBehindTheLastClose)
 class LoadingToolkit : public testing::TestWithParam<int>
 {};
 
-TEST_P(LoadingToolkit, WithAContextThatIsNeverFinishedAThousandTimes)
+TEST_P(LoadingToolkit, WithAContextThatIsNeverFinishedManyTimes)
 {
     expectNothingLeftBehind([] {
         void* library = load(LIBRARY);
@@ -95,7 +102,7 @@ TEST_P(LoadingToolkit, WithAContextThatIsNeverFinishedAThousandTimes)
     });
 }
 
-TEST_P(LoadingToolkit, ByItselfAThousandTimes)
+TEST_P(LoadingToolkit, ByItselfManyTimes)
 {
     const std::string file =
         std::string(WORK_DIR) + (GetParam() == 0 ? "/libZRToolkitV30-v3.4.2.20.so" : "/libgpkiapi_v15.so");
@@ -116,6 +123,7 @@ class LoadingBehindADialog : public testing::TestWithParam<int>
 
 TEST_P(LoadingBehindADialog, KeepsTheLibraryWhichQtHasAddressesOf)
 {
+    TestHome::path();
     int argc = 1;
     char name[] = "host";
     char* argv[] = {name, nullptr};
