@@ -24,6 +24,7 @@
 #include <unistd.h>
 
 #include "BoundedText.h"
+#include "DebugLog.h"
 #include "SelectionHost.h"
 #include "TestHome.h"
 #include "quillgate/dialogs.h"
@@ -34,6 +35,7 @@ namespace {
 [[noreturn]] void finish(int code)
 {
     std::fflush(nullptr);
+    TestHome::remove();
     _exit(code); // the application's loop never ends, so nothing else ends this program
 }
 
@@ -239,10 +241,7 @@ void startFailure()
 
 int logged(const std::string& text)
 {
-    const std::time_t now = std::time(nullptr);
-    char path[64];
-    std::strftime(path, sizeof(path), "/tmp/quillgate4np_%Y%m%d.log", std::localtime(&now));
-    std::ifstream log(path);
+    std::ifstream log(debugLogPath());
     int count = 0;
     for (std::string line; std::getline(log, line);)
         count += line.find(text) != std::string::npos;
@@ -257,8 +256,8 @@ void debugLines()
     const int ends = logged(end);
     user(cancel);
     EXPECT(Selection().run() == -1);
-    EXPECT(logged(start) > starts);
-    EXPECT(logged(end) > ends);
+    EXPECT(logged(start) > starts || !isDebugLogOurs());
+    EXPECT(logged(end) > ends || !isDebugLogOurs());
 }
 
 void badArguments()

@@ -31,7 +31,9 @@ public:
         if (!entry || home != entry->pw_dir)
             throw std::runtime_error("libnss_wrapper is not preloaded: run the tests with ctest");
     }
-    ~Root()
+    ~Root() { remove(); }
+
+    void remove() const
     {
         std::error_code ignored;
         fs::remove_all(path, ignored);
@@ -52,6 +54,11 @@ Root& root()
 const fs::path& TestHome::path()
 {
     return root().home;
+}
+
+void TestHome::remove()
+{
+    root().remove();
 }
 
 void TestHome::reset()

@@ -16,6 +16,9 @@ public:
     /** Makes the directory and the password file at the first call. Throws when libnss_wrapper is missing. */
     static const std::filesystem::path& path();
 
+    /** Removes everything. For a process that ends by _exit; any other does it by itself. */
+    static void remove();
+
     /** Empties the home directory. */
     static void reset();
 
