@@ -55,15 +55,15 @@ TEST(Util, LeavesThePathEmptyWhenTheUserHasNoHomeDirectory)
 
 TEST(Util, TakesThePackOfTheLanguageInTheWorkDirectory)
 {
-    EXPECT_STREQ(CUtil(1, "/work").m_szLanguagePackPath, "/work/KOR.ini");
-    EXPECT_STREQ(CUtil(2, "/work").m_szLanguagePackPath, "/work/ENG.ini");
-    EXPECT_EQ(CUtil(2, "/work").m_nLanguage, 2);
+    EXPECT_STREQ(CUtil(1, "/srv/quillgate").m_szLanguagePackPath, "/srv/quillgate/KOR.ini");
+    EXPECT_STREQ(CUtil(2, "/srv/quillgate").m_szLanguagePackPath, "/srv/quillgate/ENG.ini");
+    EXPECT_EQ(CUtil(2, "/srv/quillgate").m_nLanguage, 2);
 }
 
 TEST(Util, LeavesThePathEmptyForAnotherLanguageOrNoDirectory)
 {
-    EXPECT_STREQ(CUtil(3, "/work").m_szLanguagePackPath, "");
-    EXPECT_EQ(CUtil(3, "/work").m_nLanguage, 3);
+    EXPECT_STREQ(CUtil(3, "/srv/quillgate").m_szLanguagePackPath, "");
+    EXPECT_EQ(CUtil(3, "/srv/quillgate").m_nLanguage, 3);
     EXPECT_STREQ(CUtil(1, nullptr).m_szLanguagePackPath, "");
 }
 

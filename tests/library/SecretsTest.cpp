@@ -42,7 +42,10 @@ protected:
 #endif
     }
 
-    static void wipe(std::string& text) { explicit_bzero(text.data(), text.size()); }
+    static void wipe(std::string& text)
+    {
+        explicit_bzero(text.data(), text.size());
+    }
 
     /** Takes the secret part of the key: the tail of the PKCS#8 without the key random. */
     void addFile(const std::string& name, const std::string& file)
