@@ -17,6 +17,7 @@
  * - Text passes byte for byte, nothing is converted. A context belongs to one thread at a time.
  */
 
+#include "quillgate/algorithms.h"
 #include "quillgate/returncodes.h"
 #include "quillgate/toolkit_certificate.h"
 #include "quillgate/toolkit_crypto.h"

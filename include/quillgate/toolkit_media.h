@@ -6,6 +6,9 @@
  *
  * nDataType tells the library which of the certificates or keys of a place is meant; nSymAlg is the library's
  * number of a symmetric algorithm. Paths are the caller's bytes, unchanged.
+ *
+ * MediaCard... are for smart cards, MediaWins... for the certificate store of Windows: the open toolkit
+ * answers 1008, "Not supported on this platform", and leaves the outputs as they were.
  */
 
 #include "quillgate/api.h"

@@ -75,8 +75,8 @@ QUILLGATE_API int WPKIVerifyCert(void* pContext, BINSTR* pBinCert);
 /* --- Messages in one step ------------------------------------------------------------------------------- */
 
 /*
- * Writes a description of a certificate. The library is told a size of 8. ZR side only. 10004 without
- * pBinCert.
+ * Writes a description of a certificate, EUC-KR. The library is told a size of 8, so that the open toolkit
+ * writes 7 characters and a NUL. ZR side only. 10004 without pBinCert.
  */
 QUILLGATE_API int UNIViewCert(void* pContext, BINSTR* pBinCert, char* pszDisplay);
 

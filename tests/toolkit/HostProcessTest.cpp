@@ -281,13 +281,37 @@ TEST_P(Interface, ByteStringsAreReplacedAndEmptied)
 
 TEST_P(Interface, OperationsThatComeLaterAreNotThere)
 {
-    for (const char* operation : {"CERT_VerifyByIVS", "VID_VerifyByIVS", "MEDIA_CARD_ReadCert"})
+    for (const char* operation : {"CERT_VerifyByIVS", "VID_VerifyByIVS"})
         EXPECT_FALSE(library.has(operation)) << operation;
 }
 
 class ZrtkInterface : public ToolkitTest
 {};
 INSTANTIATE_TEST_SUITE_P(Zrtk, ZrtkInterface, testing::Values(zrtkSide));
+
+TEST_P(ZrtkInterface, SmartCardsAndTheWindowsStoreAreNotOfThisPlatform)
+{
+    BinString data(library, "as it was");
+    int number32 = 7;
+    char name[] = "as it was";
+    const int refused = number(Code::NoPlatform);
+    EXPECT_EQ(call("MEDIA_CARD_ReadCert", 1, text("1"), &data), refused);
+    EXPECT_EQ(call("MEDIA_CARD_ReadPriKey", 1, text("1"), text("p"), &data), refused);
+    EXPECT_EQ(call("MEDIA_CARD_WriteCert", 1, text("1"), &data), refused);
+    EXPECT_EQ(call("MEDIA_CARD_WritePriKey", 1, 64, text("1"), text("p"), &data), refused);
+    EXPECT_EQ(call("MEDIA_CARD_DeleteCert", 1, text("1")), refused);
+    EXPECT_EQ(call("MEDIA_CARD_DeletePriKey", 1, text("1"), text("p")), refused);
+    EXPECT_EQ(call("MEDIA_WINS_WriteCertAndPriKey", 1, text("p"), &data), refused);
+    EXPECT_EQ(call("MEDIA_WINS_WriteCert", &data), refused);
+    EXPECT_EQ(call("MEDIA_WINS_GetCertCnt", text("cn"), &number32), refused);
+    EXPECT_EQ(call("MEDIA_WINS_GetCertDN", 0, 8, &number32, +name, +name), refused);
+    EXPECT_EQ(call("MEDIA_WINS_ReadCert", 0, &data), refused);
+    EXPECT_EQ(call("MEDIA_WINS_ReadPriKey", 0, &data), refused);
+    EXPECT_EQ(data.bytes(), "as it was");
+    EXPECT_EQ(number32, 7);
+    EXPECT_STREQ(name, "as it was");
+    EXPECT_EQ(errorText(), eucKr("이 플랫폼에서는 지원하지 않습니다 (1008)"));
+}
 
 class GpkiInterface : public ToolkitTest
 {};

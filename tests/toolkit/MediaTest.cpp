@@ -298,6 +298,20 @@ INSTANTIATE_TEST_SUITE_P(Gpki, GpkiMedium, testing::Values(gpkiSide));
 TEST_P(GpkiMedium, OtherMediaThanTheDiskAreRefused)
 {
     BinString result(library);
-    for (const int medium : {0, 2, 3, -1})
+    for (const int medium : {0, 3, -1})
         EXPECT_EQ(call("STORAGE_ReadCert", medium, text("/x"), 1, &result), number(Code::NotSupported));
+}
+
+TEST_P(GpkiMedium, SmartCardsAreNotOfThisPlatform)
+{
+    constexpr int card = 2;
+    BinString data(library, "as it was");
+    const int refused = number(Code::NoPlatform);
+    EXPECT_EQ(call("STORAGE_ReadCert", card, text("1"), 1, &data), refused);
+    EXPECT_EQ(call("STORAGE_ReadPriKey", card, text("1"), text("p"), 1, &data), refused);
+    EXPECT_EQ(call("STORAGE_WriteCert", card, text("1"), 1, &data), refused);
+    EXPECT_EQ(call("STORAGE_WritePriKey", card, text("1"), text("p"), 1, 64, &data), refused);
+    EXPECT_EQ(call("STORAGE_DeleteCert", card, text("1"), 1), refused);
+    EXPECT_EQ(call("STORAGE_DeletePriKey", card, text("1"), text("p"), 1), refused);
+    EXPECT_EQ(data.bytes(), "as it was");
 }

@@ -64,7 +64,9 @@ std::string ldif(const Entry& entry)
     if (!entry.name.starts_with("cn="))
         text = "dn: " + entry.name + "\nobjectClass: organization\n";
     for (const auto& [attribute, value] : entry.values)
-        text += attribute + ":: " + qgtk::base64Encode(qgtk::bytesOf(value)) + "\n";
+        text += attribute + ":: ";
+    text += qgtk::textOf(qgtk::base64Encode(qgtk::bytesOf(value)));
+    text += "\n";
     return text + "\n";
 }
 

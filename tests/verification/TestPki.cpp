@@ -28,7 +28,7 @@ Request TestPki::leaf()
 std::string pem(const Bytes& der, const std::string& label)
 {
     std::string text = "-----BEGIN " + label + "-----\n";
-    const std::string base64 = qgtk::base64Encode(qgtk::bytesOf(der));
+    const std::string base64(qgtk::textOf(qgtk::base64Encode(qgtk::bytesOf(der))));
     for (std::size_t i = 0; i < base64.size(); i += 64)
         text += base64.substr(i, 64) + "\n";
     return text + "-----END " + label + "-----\n";

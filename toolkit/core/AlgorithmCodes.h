@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "toolkit/core/PrivateKey.h"
 
 namespace qgtk {
@@ -11,7 +13,10 @@ namespace qgtk {
  */
 KeyProtection protectionOfCode(int symAlg, int iterations);
 
-/** Throws AlgorithmCodeUnknown unless the number is one of a hash: 1 SHA-1, 4 SHA-256, 5 SHA-512. */
-void checkHashCode(int hashAlg);
+/** OpenSSL's name of a hash, by a number of quillgate/algorithms.h but 0. Throws AlgorithmCodeUnknown. */
+const char* digestOfCode(int hashAlg);
+
+/** OpenSSL's name of a cipher in a mode, by the sum of both numbers. Throws AlgorithmCodeUnknown. */
+std::string cipherOfCode(int symAlg);
 
 } // namespace qgtk

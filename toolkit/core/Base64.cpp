@@ -1,5 +1,6 @@
 #include "toolkit/core/Base64.h"
 
+#include <array>
 #include <climits>
 
 #include "toolkit/core/Errors.h"
@@ -7,12 +8,28 @@
 
 namespace qgtk {
 
-std::string base64Encode(ByteView bytes)
+namespace {
+
+/** OpenSSL keeps a line of the text and frees it unwiped: another line takes its place first. */
+void freeDecoding(EVP_ENCODE_CTX* run)
+{
+    constexpr std::size_t line = 64;
+    std::array<unsigned char, line> text;
+    std::array<unsigned char, line> bytes;
+    text.fill('A');
+    int length = 0;
+    EVP_DecodeInit(run);
+    EVP_DecodeUpdate(run, bytes.data(), &length, text.data(), static_cast<int>(text.size()));
+    EVP_ENCODE_CTX_free(run);
+}
+
+} // namespace
+
+SecretBytes base64Encode(ByteView bytes)
 {
     require(bytes.size() < INT_MAX / 2, Code::BadArgument);
-    std::string text((bytes.size() + 2) / 3 * 4 + 1, '\0');
-    const int length = EVP_EncodeBlock(reinterpret_cast<unsigned char*>(text.data()), bytes.data(),
-                                       static_cast<int>(bytes.size()));
+    SecretBytes text((bytes.size() + 2) / 3 * 4 + 1);
+    const int length = EVP_EncodeBlock(text.data(), bytes.data(), static_cast<int>(bytes.size()));
     text.resize(static_cast<std::size_t>(length));
     return text;
 }
@@ -22,7 +39,7 @@ SecretBytes base64Decode(ByteView text)
     // A '-' ends the text for OpenSSL, as PEM has it; here it is a fault like any other.
     const bool usable = text.size() < INT_MAX && textOf(text).find('-') == std::string_view::npos;
     require(usable, Code::Base64Damaged);
-    const auto run = owned<Handle<EVP_ENCODE_CTX, EVP_ENCODE_CTX_free>>(EVP_ENCODE_CTX_new());
+    const auto run = owned<Handle<EVP_ENCODE_CTX, freeDecoding>>(EVP_ENCODE_CTX_new());
     SecretBytes bytes(text.size() + 3);
     int body = 0;
     int tail = 0;

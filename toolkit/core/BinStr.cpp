@@ -8,6 +8,7 @@
 #include <mutex>
 #include <new>
 #include <unordered_set>
+#include <utility>
 
 #include "toolkit/core/Errors.h"
 
@@ -48,6 +49,27 @@ struct FreeBytes
     void operator()(unsigned char* bytes) const { std::free(bytes); }
 };
 
+/** A record of our own, released when it goes. */
+class OwnRecord
+{
+public:
+    explicit OwnRecord(ByteView bytes) { assign(&m_record, bytes); }
+    ~OwnRecord() { release(&m_record); }
+    OwnRecord(OwnRecord&& other) noexcept : m_record(std::exchange(other.m_record, {})) {}
+    OwnRecord(const OwnRecord&) = delete;
+    OwnRecord& operator=(const OwnRecord&) = delete;
+
+    /** Gives the bytes to a caller's record. */
+    void moveTo(BINSTR* output)
+    {
+        release(output);
+        *output = std::exchange(m_record, {});
+    }
+
+private:
+    BINSTR m_record = {};
+};
+
 } // namespace
 
 ByteView viewOf(const BINSTR* input)
@@ -78,6 +100,18 @@ void assign(BINSTR* output, ByteView bytes)
     handedOut().add(copy.get());
     release(output);
     *output = BINSTR{copy.release(), static_cast<int>(bytes.size())};
+}
+
+void assignAll(std::initializer_list<Output> outputs)
+{
+    std::vector<OwnRecord> records;
+    for (const Output& output : outputs) {
+        require(output.record != nullptr, Code::BadArgument);
+        records.emplace_back(output.bytes);
+    }
+    auto record = records.begin();
+    for (const Output& output : outputs)
+        (record++)->moveTo(output.record);
 }
 
 } // namespace qgtk

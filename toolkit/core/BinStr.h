@@ -1,5 +1,7 @@
 #pragma once
 
+#include <initializer_list>
+
 #include "quillgate/binstr.h"
 #include "toolkit/core/Bytes.h"
 
@@ -14,6 +16,16 @@ ByteView viewOf(const BINSTR* input);
  * by chance or the caller's own memory, is left alone. Throws BadArgument, OutOfMemory.
  */
 void assign(BINSTR* output, ByteView bytes);
+
+/** A caller's record and what it is to hold. */
+struct Output
+{
+    BINSTR* record;
+    ByteView bytes;
+};
+
+/** Fills several records, all of them or none. Throws as assign. */
+void assignAll(std::initializer_list<Output> outputs);
 
 /** Wipes and frees the bytes, when this library made them, and empties the record. */
 void release(BINSTR* record);

@@ -7,6 +7,7 @@
 #include "toolkit/core/Charset.h"
 #include "toolkit/core/Configuration.h"
 #include "toolkit/core/Crypto.h"
+#include "toolkit/core/CryptoSettings.h"
 #include "toolkit/core/Module.h"
 #include "toolkit/core/Network.h"
 #include "toolkit/core/VerifySettings.h"
@@ -60,9 +61,10 @@ public:
     std::string errorText();
 
     ModuleHandle module;   /**< the loaded medium */
-    int hashAlgorithm = 4; /**< see checkHashCode */
+    int hashAlgorithm = 4; /**< see digestOfCode */
     int option = 0;        /**< the caller's; nothing acts on it yet */
     VerifySettings verifySettings;
+    CryptoSettings cryptoSettings;
     ReplyStore replies; /**< what servers gave, when the settings keep it */
 
 private:

@@ -21,6 +21,7 @@ namespace qgtk {
     X(CryptoUnavailable, 1005, "OpenSSL lacks the needed algorithm", "OpenSSL에서 필요한 알고리즘을 쓸 수 없습니다")   \
     X(BufferTooSmall, 1006, "The buffer is too small", "버퍼가 너무 작습니다")                                         \
     X(BadTime, 1007, "The text is not a time", "시간 형식이 올바르지 않습니다")                                        \
+    X(NoPlatform, 1008, "Not supported on this platform", "이 플랫폼에서는 지원하지 않습니다") \
     X(FileMissing, 1100, "The file does not exist", "파일이 없습니다")                                                 \
     X(FileUnreadable, 1101, "The file cannot be read", "파일을 읽을 수 없습니다")                                      \
     X(FileNotRegular, 1102, "It is not a regular file", "일반 파일이 아닙니다")                                        \
@@ -82,8 +83,18 @@ namespace qgtk {
     X(IdentityHashUnknown, 3503, "The identity value uses an unknown hash", "본인확인 값의 해시 알고리즘을 알 수 없습니다")\
     X(WrongPfxPassword, 4505, "The password of the PFX file is wrong", "PFX 파일의 비밀번호가 올바르지 않습니다")      \
     X(Base64Damaged, 5000, "The text is not Base64", "Base64 형식이 아닙니다")                                         \
+    X(PemDamaged, 5001, "The text is not PEM", "PEM 형식이 아닙니다") \
+    X(PemContent, 5002, "The data are not one DER structure", "데이터가 하나의 DER 구조가 아닙니다") \
     X(ModuleNotLoaded, 5100, "The module cannot be loaded", "모듈을 로드할 수 없습니다")                               \
-    X(ModuleUnsuitable, 5101, "The library is not a PKCS#11 module", "PKCS#11 모듈이 아닙니다")
+    X(ModuleUnsuitable, 5101, "The library is not a PKCS#11 module", "PKCS#11 모듈이 아닙니다") \
+    X(SignatureWrong, 5200, "The signature is wrong", "서명이 올바르지 않습니다") \
+    X(MacWrong, 5201, "The authentication code is wrong", "메시지 인증 코드가 올바르지 않습니다") \
+    X(NotDecryptable, 5202, "The data cannot be decrypted", "데이터를 복호화할 수 없습니다") \
+    X(NoCipherKey, 5203, "No symmetric key is set", "대칭키가 설정되지 않았습니다") \
+    X(CipherKeyLength, 5204, "The key or initial value has the wrong length", "키 또는 초기값의 길이가 올바르지 않습니다") \
+    X(DataLength, 5205, "The length of the data does not fit the key or cipher", "데이터의 길이가 키 또는 암호 알고리즘에 맞지 않습니다") \
+    X(PublicKeyDamaged, 5206, "The public key is damaged or is not one", "공개키가 손상되었거나 공개키가 아닙니다") \
+    X(KeyUnsuitable, 5207, "The key is not suitable for the operation", "해당 작업에 사용할 수 없는 키입니다")
 // clang-format on
 
 #define QGTK_CODE_ENUMERATOR(name, number, english, korean) name = (number),

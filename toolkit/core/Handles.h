@@ -31,6 +31,7 @@ using AlgorithmHandle = Handle<X509_ALGOR, X509_ALGOR_free>;
 using CipherHandle = Handle<EVP_CIPHER, EVP_CIPHER_free>;
 using CipherRun = Handle<EVP_CIPHER_CTX, EVP_CIPHER_CTX_free>;
 using DigestHandle = Handle<EVP_MD, EVP_MD_free>;
+using DigestRun = Handle<EVP_MD_CTX, EVP_MD_CTX_free>;
 using EncryptedKeyHandle = Handle<X509_SIG, X509_SIG_free>;
 using KdfHandle = Handle<EVP_KDF, EVP_KDF_free>;
 using KdfRun = Handle<EVP_KDF_CTX, EVP_KDF_CTX_free>;

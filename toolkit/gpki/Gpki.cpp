@@ -13,10 +13,12 @@ namespace {
 /** Callers hand buffers for a name without their size; they are at least so large. */
 constexpr int nameSize = 1024;
 
-/** The only medium here; 2 are smart cards. */
+/** The only medium here. Throws NoPlatform for smart cards. */
 void requireDisk(int medium)
 {
     constexpr int disk = 1;
+    constexpr int card = 2;
+    require(medium != card, Code::NoPlatform);
     require(medium == disk, Code::NotSupported);
 }
 

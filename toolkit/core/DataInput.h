@@ -1,0 +1,51 @@
+#pragma once
+
+#include <algorithm>
+#include <variant>
+
+#include "toolkit/core/FileStream.h"
+
+namespace qgtk {
+
+/** Bytes to go through once from the beginning: in memory, or a file of any length. */
+class DataInput
+{
+public:
+    DataInput(ByteView bytes) : m_source(bytes) {}
+    /** The file is opened by forEachPiece. */
+    DataInput(std::string path) : m_source(std::move(path)) {}
+
+    /** Gives take(ByteView) piece by piece; none for an empty file. Throws as FileSource and take do. */
+    template <typename Take>
+    void forEachPiece(Take&& take) const
+    {
+        if (const ByteView* bytes = std::get_if<ByteView>(&m_source))
+            forEachOf(*bytes, take);
+        else
+            forEachOf(std::get<std::string>(m_source), take);
+    }
+
+private:
+    /** Large enough that the calls for a piece don't count, small enough for the processor's cache. */
+    static constexpr std::size_t pieceLength = 128U << 10;
+
+    template <typename Take>
+    static void forEachOf(ByteView bytes, Take& take)
+    {
+        for (; !bytes.empty(); bytes = bytes.subspan(std::min(bytes.size(), pieceLength)))
+            take(bytes.first(std::min(bytes.size(), pieceLength)));
+    }
+
+    template <typename Take>
+    static void forEachOf(const std::string& path, Take& take)
+    {
+        FileSource file(path);
+        SecretBytes piece(pieceLength);
+        while (const std::size_t count = file.read(piece))
+            take(ByteView(piece).first(count));
+    }
+
+    std::variant<ByteView, std::string> m_source;
+};
+
+} // namespace qgtk

@@ -1,0 +1,159 @@
+#include "toolkit/core/FileStream.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "toolkit/core/Errors.h"
+
+namespace qgtk {
+
+namespace {
+
+constexpr mode_t directoryMode = S_IRWXU;
+constexpr mode_t fileMode = S_IRUSR | S_IWUSR;
+
+Code codeOfOpen(int error)
+{
+    if (error == ENOENT || error == ENOTDIR)
+        return Code::FileMissing;
+    return error == ENXIO ? Code::FileNotRegular : Code::FileUnreadable;
+}
+
+int openForReading(const std::string& path)
+{
+    return ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+}
+
+bool writeFully(int descriptor, ByteView bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR)
+            return false;
+        bytes = bytes.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    return true;
+}
+
+/** The directory part of a path, with its slash; empty for a bare name. */
+std::string directoryOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+}
+
+/** Makes the missing directories of a path. What can't be made shows when the file is. */
+void makeDirectories(const std::string& directory)
+{
+    for (std::size_t slash = directory.find('/', 1); slash != std::string::npos;
+         slash = directory.find('/', slash + 1)) {
+        const std::string step = directory.substr(0, slash);
+        // The mode again, since the umask takes bits from the first. A medium without modes refuses.
+        if (::mkdir(step.c_str(), directoryMode) == 0)
+            (void)!::chmod(step.c_str(), directoryMode);
+    }
+}
+
+/** Makes a temporary file for the owner alone and gives its name. Negative on failure. */
+int openTemporary(const std::string& directory, std::string& name)
+{
+    makeDirectories(directory);
+    name = directory + ".qgtk-XXXXXX";
+    const int descriptor = ::mkostemp(name.data(), O_CLOEXEC);
+    if (descriptor >= 0)
+        (void)!::fchmod(descriptor, fileMode);
+    return descriptor;
+}
+
+/** Throws FileNotRegular when something else than a file or a link has the name. */
+const std::string& checkedTarget(const std::string& path)
+{
+    struct stat status = {};
+    if (::lstat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode))
+        throw Failure(Code::FileNotRegular, path);
+    return path;
+}
+
+/** Makes a rename lasting. Media that can't flush a directory have done what they can. */
+void flushDirectory(const std::string& directory)
+{
+    const char* name = directory.empty() ? "." : directory.c_str();
+    const Descriptor descriptor(::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor)
+        (void)!::fsync(descriptor.number());
+}
+
+} // namespace
+
+Descriptor::~Descriptor()
+{
+    if (m_number >= 0)
+        ::close(m_number);
+}
+
+FileSource::FileSource(std::string path) : m_path(std::move(path)), m_file(openForReading(m_path))
+{
+    if (!m_file)
+        throw Failure(codeOfOpen(errno), m_path);
+    struct stat status = {};
+    if (::fstat(m_file.number(), &status) != 0)
+        throw Failure(Code::FileUnreadable, m_path);
+    if (!S_ISREG(status.st_mode))
+        throw Failure(Code::FileNotRegular, m_path);
+    m_length = static_cast<std::size_t>(status.st_size);
+}
+
+std::size_t FileSource::read(std::span<std::uint8_t> target)
+{
+    std::size_t total = 0;
+    while (total < target.size()) {
+        const ssize_t count = ::read(m_file.number(), target.data() + total, target.size() - total);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw Failure(Code::FileUnreadable, m_path);
+        if (count == 0)
+            break;
+        total += static_cast<std::size_t>(count);
+    }
+    return total;
+}
+
+FileTarget::FileTarget(std::string path)
+    : m_path(std::move(path)), m_directory(directoryOf(checkedTarget(m_path))),
+      m_file(openTemporary(m_directory, m_temporary))
+{
+    if (!m_file)
+        fail();
+}
+
+FileTarget::~FileTarget()
+{
+    if (!m_placed)
+        ::unlink(m_temporary.c_str());
+}
+
+void FileTarget::write(ByteView bytes)
+{
+    if (!writeFully(m_file.number(), bytes))
+        fail();
+}
+
+void FileTarget::commit()
+{
+    m_placed = ::fsync(m_file.number()) == 0 && ::rename(m_temporary.c_str(), m_path.c_str()) == 0;
+    if (!m_placed)
+        fail();
+    flushDirectory(m_directory);
+}
+
+void FileTarget::fail() const
+{
+    throw Failure(Code::FileNotWritten, m_path);
+}
+
+} // namespace qgtk
