@@ -64,9 +64,8 @@ std::string ldif(const Entry& entry)
     if (!entry.name.starts_with("cn="))
         text = "dn: " + entry.name + "\nobjectClass: organization\n";
     for (const auto& [attribute, value] : entry.values)
-        text += attribute + ":: ";
-    text += qgtk::textOf(qgtk::base64Encode(qgtk::bytesOf(value)));
-    text += "\n";
+        text +=
+            attribute + ":: " + std::string(qgtk::textOf(qgtk::base64Encode(qgtk::bytesOf(value)))) + "\n";
     return text + "\n";
 }
 
