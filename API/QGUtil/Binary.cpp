@@ -23,6 +23,13 @@ std::string_view textView(const char* text)
     return text ? std::string_view(text) : std::string_view();
 }
 
+/** Overwrites what is about to be freed. */
+void fill(unsigned char* bytes, int length)
+{
+    std::memset(bytes, 0xCD, static_cast<std::size_t>(length));
+    asm volatile("" : : "r"(bytes) : "memory"); // the bytes are looked at, says this, so the fill stays
+}
+
 template <typename T>
 void freeArray(T*& array)
 {
@@ -52,7 +59,7 @@ CBinary::CBinary(const CBinary& src)
     replaceBytes(src.bytes());
     // The text may be older and shorter than the bytes, so it is copied by its own length.
     if (src.m_pStr)
-        m_pStr = newBytes(reinterpret_cast<const char*>(src.m_pStr));
+        replaceText(view(src.m_pStr, src.m_nTextLen));
 }
 
 CBinary::~CBinary()
@@ -74,10 +81,10 @@ bool CBinary::isEmpty() const
 
 void CBinary::zeroEmpty()
 {
-    if (!isEmpty()) {
-        std::memset(m_pData, 0xCD, static_cast<std::size_t>(m_nLen));
-        asm volatile("" : : "r"(m_pData) : "memory"); // the bytes are looked at, says this, so the fill stays
-    }
+    if (!isEmpty())
+        fill(m_pData, m_nLen);
+    if (m_pStr)
+        fill(m_pStr, m_nTextLen);
     empty();
 }
 
@@ -117,8 +124,7 @@ char* CBinary::toString()
 {
     if (m_nLen == 0)
         return nullptr;
-    freeArray(m_pStr);
-    m_pStr = newBytes(bytes());
+    replaceText(bytes());
     return reinterpret_cast<char*>(m_pStr);
 }
 
@@ -212,4 +218,11 @@ void CBinary::replaceBytes(std::string_view first, std::string_view second)
     delete[] m_pData;
     m_pData = data;
     m_nLen = static_cast<int>(size);
+}
+
+void CBinary::replaceText(std::string_view text)
+{
+    freeArray(m_pStr);
+    m_pStr = newBytes(text);
+    m_nTextLen = static_cast<int>(text.size());
 }

@@ -21,7 +21,7 @@ public:
     void empty();
     bool isEmpty() const;
 
-    /** Overwrites the bytes with 0xCD, in a way that the compiler may not drop, then frees them. */
+    /** Overwrites the bytes and their text with 0xCD, which the compiler may not drop, then frees them. */
     void zeroEmpty();
 
     void set(const char* pszData, int nLen);
@@ -66,4 +66,7 @@ public:
 private:
     std::string_view bytes() const;
     void replaceBytes(std::string_view first, std::string_view second = {});
+    void replaceText(std::string_view text);
+
+    int m_nTextLen = 0; /**< bytes in m_pStr */
 };

@@ -98,6 +98,15 @@ TEST(Binary, ZeroEmptyLeavesCDInTheFreedMemory)
     data.zeroEmpty();
 }
 
+TEST(Binary, ZeroEmptyOverwritesTheTextToo)
+{
+    CBinary data("se\0ret", 6);
+    data.toString();
+    const FreedArrayWatch watch(data.m_pStr, 6);
+    data.zeroEmpty();
+    EXPECT_EQ(watch.contents(), std::string(6, '\xCD'));
+}
+
 TEST(Binary, SetReplacesBytesAndDropsTheText)
 {
     CBinary data = binary("abc");
