@@ -50,6 +50,7 @@ int RemoveableDialog::GetRemovableDisk()
 /** Fills m_pDriveInfo. No drive at all is a failure too. */
 int RemoveableDialog::readDrives()
 {
+    m_model.removeRows(0, m_model.rowCount()); // rows and records are the same numbers, also the second time
     if (CLP_GetRemDriveCount(m_pContext, &m_nDriveCount) != QG_OK || m_nDriveCount <= 0)
         return CLPERR_NO_REMOVABLE_DRIVE;
     delete[] m_pDriveInfo;

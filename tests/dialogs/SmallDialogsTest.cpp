@@ -246,6 +246,20 @@ private slots:
         QCOMPARE(table.editTriggers(), QAbstractItemView::NoEditTriggers);
     }
 
+    void drivesAreListedAnewEachTime()
+    {
+        const auto dialog = drivesDialog();
+        QCOMPARE(dialog->GetRemovableDisk(), 0);
+        service.drives.pop_back();
+        QCOMPARE(dialog->GetRemovableDisk(), 0);
+        const auto& table = child<QTableView>(*dialog, "tableView_remobable");
+        QCOMPARE(table.model()->rowCount(), 1);
+        QCOMPARE(rowTexts(table, 0), QStringList("/a (/media/a)"));
+        service.fail("CLP_GetRemDrive", 4711);
+        dialog->GetRemovableDisk();
+        QCOMPARE(table.model()->rowCount(), 0);
+    }
+
     void okWithoutASelectionPromptsAndStaysOpen()
     {
         HeardMessages messages;
