@@ -15,6 +15,13 @@ bool isCurrentThreadOf(const QObject& object)
     return QThread::currentThread() == object.thread();
 }
 
+/** Runs exec(); false when a loop of the dialog runs already, which exec() then leaves alone. */
+bool execUnlessOpen(QDialog& dialog)
+{
+    constexpr int recursive = -1; // no dialog here ends with this result
+    return dialog.exec() != recursive;
+}
+
 /** Lives on the calling thread: its event is the first that the dialog's loop delivers there. */
 class LoopBeacon : public QObject
 {
@@ -58,7 +65,10 @@ public:
     ~ShownDialog()
     {
         m_running.release();
-        runOnThreadOf(m_dialog, [this] { m_dialog.hide(); });
+        runOnThreadOf(m_dialog, [this] {
+            if (m_ended)
+                m_dialog.hide();
+        });
     }
 
     ShownDialog(const ShownDialog&) = delete;
@@ -69,7 +79,7 @@ public:
         if (!m_visible)
             return;
         const LoopBeacon beacon(m_running);
-        m_dialog.exec();
+        m_ended = execUnlessOpen(m_dialog);
     }
 
 private:
@@ -86,6 +96,7 @@ private:
     QSemaphore m_shown;
     QSemaphore m_running;
     bool m_visible = false;
+    bool m_ended = true; ///< false when the dialog is another call's, whose loop goes on
 };
 
 } // namespace
@@ -115,6 +126,6 @@ void execOnThisThread(QDialog& dialog)
     if (!isCurrentThreadOf(dialog))
         return ShownDialog(dialog).exec();
     dialog.setModal(true);
-    dialog.exec();
-    dialog.hide();
+    if (execUnlessOpen(dialog))
+        dialog.hide();
 }

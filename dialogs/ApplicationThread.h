@@ -22,6 +22,7 @@ bool runOnThreadOf(QObject& object, const std::function<void()>& call);
 
 /**
  * Shows a dialog application-modal and runs its exec() on the calling thread until it ends. The dialog is
- * hidden when this returns, and everything that ended it has run to its end on the dialog's thread.
+ * hidden when this returns, and everything that ended it has run to its end on the dialog's thread. A dialog
+ * that is open already stays so, and this returns at once.
  */
 void execOnThisThread(QDialog& dialog);

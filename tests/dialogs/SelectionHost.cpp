@@ -197,6 +197,24 @@ void ownThread()
     EXPECT(done);
 }
 
+/** A call while the dialog is open ends with -1 and leaves it to the call that opened it. */
+void secondCallMeanwhile()
+{
+    std::thread second;
+    user([&second](QDialog& dialog) {
+        EXPECT(Selection().run() == -1); // out of the dialog's own loop
+        EXPECT(dialog.isVisible());
+        second = std::thread([&dialog] {
+            EXPECT(Selection().run() == -1);
+            QMetaObject::invokeMethod(
+                &dialog, [&dialog] { accept(dialog); }, Qt::QueuedConnection);
+        });
+    });
+    Selection selection;
+    expectAccepted(selection);
+    second.join();
+}
+
 /** The selection's loop is the caller's: what the caller queued on its own thread goes on meanwhile. */
 void callersLoop()
 {
@@ -333,10 +351,15 @@ void globalsAreSet()
     finish(0);
 }
 
-const std::map<std::string, void (*)()> selections = {
-    {"rounds", rounds},           {"staleOutcome", staleOutcome},   {"ownThread", ownThread},
-    {"callersLoop", callersLoop}, {"quitMeanwhile", quitMeanwhile}, {"startFailure", startFailure},
-    {"debugLines", debugLines},   {"badArguments", badArguments}};
+const std::map<std::string, void (*)()> selections = {{"rounds", rounds},
+                                                      {"staleOutcome", staleOutcome},
+                                                      {"ownThread", ownThread},
+                                                      {"callersLoop", callersLoop},
+                                                      {"quitMeanwhile", quitMeanwhile},
+                                                      {"startFailure", startFailure},
+                                                      {"debugLines", debugLines},
+                                                      {"badArguments", badArguments},
+                                                      {"secondCallMeanwhile", secondCallMeanwhile}};
 
 const std::map<std::string, void (*)()> beginnings = {{"beforeInit", beforeInit},
                                                       {"quitBeforeAnySelection", quitBeforeAnySelection},

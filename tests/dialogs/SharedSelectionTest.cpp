@@ -25,7 +25,7 @@ private slots:
         QTest::addColumn<QString>("host");
         for (const char* name :
              {"rounds", "staleOutcome", "ownThread", "callersLoop", "quitMeanwhile", "debugLines",
-              "badArguments", "beforeInit", "quitBeforeAnySelection", "globalsAreSet"})
+              "badArguments", "secondCallMeanwhile", "beforeInit", "quitBeforeAnySelection", "globalsAreSet"})
             QTest::newRow(name) << QString(SELECTION_HOST);
         QTest::newRow("rounds with the real service") << QString(SELECTION_HOST_REAL);
         QTest::newRow("startFailure with the real service") << QString(SELECTION_HOST_REAL);
