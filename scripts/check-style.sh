@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Style checks: formatting, the project's own rules, and the linter over every source of the release build.
+# Style checks: formatting, the project's own rules, the pages of the interface, and the linter over every source
+# of the release build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -16,5 +17,9 @@ if git grep -nE '\b(sleep|usleep|sleep_for|qSleep)\(' -- tests; then
     echo "wait for the condition instead of sleeping" >&2
     exit 1
 fi
+
+# Every function, parameter, field and value of the host headers is documented; the pages come from them.
+mkdir -p build
+doxygen docs/Doxyfile
 
 ./scripts/tidy.sh "$@"

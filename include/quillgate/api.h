@@ -1,7 +1,8 @@
 #ifndef QUILLGATE_API_H
 #define QUILLGATE_API_H
 
-/*
+/**
+ * @file
  * Rules that hold for the whole interface.
  *
  * - Every function that returns int returns 0 for success, else a code of returncodes.h or, where the
@@ -12,13 +13,20 @@
  * - A handle or context belongs to one thread at a time; nothing here takes a lock.
  */
 
+/**
+ * @def QUILLGATE_API
+ * Marks what the library exports.
+ *
+ * @def QUILLGATE_PLAIN_API
+ * Marks functions and globals that have the plain name alone, in C++ too.
+ */
+
 #if defined(__GNUC__)
 #define QUILLGATE_API __attribute__((visibility("default")))
 #else
 #define QUILLGATE_API
 #endif
 
-/* Functions and globals that have the plain name alone, in C++ too. */
 #ifdef __cplusplus
 #define QUILLGATE_PLAIN_API extern "C" QUILLGATE_API
 #else
