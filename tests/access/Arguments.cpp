@@ -67,14 +67,15 @@ Word Arguments::goodValue(const Parameter& parameter, std::size_t position)
         return 0x1122334455667788 + position;
     if (parameter.type == "bool")
         return 1;
-    m_buffers.push_back(std::make_unique<std::vector<unsigned char>>(4096));
+    m_buffers.push_back(std::make_unique<std::vector<unsigned char>>(4096, '#'));
     unsigned char* buffer = m_buffers.back()->data();
     if (parameter.type == "BINSTR*") {
         m_byteStrings.push_back(std::make_unique<BINSTR>(BINSTR{buffer, 3}));
         return word(m_byteStrings.back().get());
     }
-    if (!mustBeEmpty(m_operation, parameter.name))
-        buffer[0] = 'x';
+    m_buffers.back()->back() = '\0';
+    if (mustBeEmpty(m_operation, parameter.name))
+        buffer[0] = '\0';
     return word(buffer);
 }
 
@@ -91,6 +92,16 @@ void Arguments::clearAllBut(const std::vector<std::string>& names)
     for (const Parameter& parameter : m_operation.parameters)
         if (std::find(names.begin(), names.end(), parameter.name) == names.end())
             set(parameter.name, Word{0});
+}
+
+std::string Arguments::memory() const
+{
+    std::string bytes;
+    for (const auto& buffer : m_buffers)
+        bytes.append(buffer->begin(), buffer->end());
+    for (const auto& byteString : m_byteStrings)
+        bytes.append(reinterpret_cast<const char*>(byteString.get()), sizeof *byteString);
+    return bytes;
 }
 
 bool Arguments::matches(const std::string& name, Word recorded) const

@@ -25,6 +25,9 @@ public:
     /** Gives every argument that is not in names the value null or 0. */
     void clearAllBut(const std::vector<std::string>& names);
 
+    /** Every byte that the arguments point to, records and buffers, one behind the other. */
+    std::string memory() const;
+
     /** Whether a recorded word is the argument, in the argument's own width. */
     bool matches(const std::string& name, Word word) const;
 

@@ -40,6 +40,12 @@ protected:
         return cell(operation).starts_with("refused") ? QG_BAD_ARGUMENT : QG_OK;
     }
 
+    /** These two clear the start of their text before the library is asked. Tested by name. */
+    static bool clearsItsText(const Operation& operation)
+    {
+        return operation.name == "ZR_GetErrInfo" || (operation.name == "ZR_GetVersion" && onZrtk());
+    }
+
     static std::vector<TestedArgument> ownTests(const Operation& operation)
     {
         std::vector<TestedArgument> tests = testsOf(operation, Scope::Both);
@@ -175,6 +181,56 @@ TEST_P(EachSide, PassesTheLibrarysOwnNumberOnUnchanged)
             EXPECT_EQ(operation.call(context, Arguments(operation).words()), number);
         }
         toolkit.answer(calls.back().operation, 0);
+    }
+}
+
+TEST_P(EachSide, KeepsTheTextOfEveryFailure)
+{
+    RecordingToolkit toolkit(GetParam());
+    const std::string errorText = std::string(toolkit.prefix()) + "_API_GetErrInfo";
+    Context context(toolkit);
+    for (const Operation& operation : allOperations())
+        for (const ExpectedCall& call : expectedCalls(operation, cell(operation))) {
+            if (call.operation == errorText)
+                continue;
+            SCOPED_TRACE(operation.name + ", " + call.operation);
+            toolkit.tellError(operation.name);
+            toolkit.answer(call.operation, 77);
+            toolkit.forget();
+            EXPECT_EQ(operation.call(context, Arguments(operation).words()), 77);
+            EXPECT_EQ(toolkit.operations().back(), errorText) << "a failed step ends the operation";
+            char kept[2048] = {};
+            EXPECT_EQ(ZR_GetErrInfo2(context, sizeof kept, kept), QG_OK);
+            EXPECT_EQ(kept, operation.name);
+            toolkit.answer(call.operation, 0);
+        }
+}
+
+TEST_P(EachSide, TouchesNoOutputUnlessTheLibraryIsReached)
+{
+    RecordingToolkit toolkit(GetParam());
+    RecordingToolkit lacking(GetParam(), "empty");
+    std::string directory = TestHome::scratch("no-library");
+    Context loaded(toolkit);
+    Context withoutOperations(lacking);
+    Context withoutLibrary(GetParam(), directory.data(), nullptr);
+    for (const Operation& operation : allOperations()) {
+        if (clearsItsText(operation))
+            continue;
+        SCOPED_TRACE(operation.name);
+        Arguments arguments(operation);
+        const std::string before = arguments.memory();
+        for (void* context : {static_cast<void*>(withoutOperations), static_cast<void*>(withoutLibrary)})
+            operation.call(context, arguments.words());
+        for (const TestedArgument& test : ownTests(operation)) {
+            const Word good = arguments[test.name];
+            for (const Word value : refusedValues(test, arguments)) {
+                arguments.set(test.name, value);
+                operation.call(loaded, arguments.words());
+            }
+            arguments.set(test.name, good);
+        }
+        EXPECT_TRUE(arguments.memory() == before);
     }
 }
 
