@@ -38,11 +38,11 @@ void PasswordDialog::InitSetControl()
 void PasswordDialog::on_pushButton_ok_clicked()
 {
     if (ui->lineEdit_password->text().isEmpty())
-        return tell("MSG_SELECTCERT_INPUTPASSWORD");
+        return blamePassword("MSG_SELECTCERT_INPUTPASSWORD");
     const WipedBytes bytes(ui->lineEdit_password->localBytes());
     // The field admits any length; what does not fit is turned away here, for half a password opens nothing.
     if (bytes.size() >= static_cast<int>(sizeof(m_szPassword)))
-        return tell("MSG_SELECTCERT_PASSWORD_MAX");
+        return blamePassword("MSG_SELECTCERT_PASSWORD_MAX");
     wipe(m_szPassword);
     copyText(m_szPassword, bytes.data());
     accept();
@@ -62,7 +62,8 @@ void PasswordDialog::keyPressEvent(QKeyEvent* event)
         on_pushButton_ok_clicked();
 }
 
-void PasswordDialog::tell(const char* messageKey)
+void PasswordDialog::blamePassword(const char* messageKey)
 {
     showMessage(this, texts().ui("DLG_SELCERT_CAPITON", messageTextLimit), texts().message(messageKey));
+    ui->lineEdit_password->setFocus();
 }

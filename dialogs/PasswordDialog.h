@@ -42,5 +42,7 @@ protected:
 
 private:
     LanguagePack texts() { return {m_util, m_szLanguageFile}; }
-    void tell(const char* messageKey);
+
+    /** Says what is wrong with the password; what is typed then goes to it again. */
+    void blamePassword(const char* messageKey);
 };

@@ -88,21 +88,27 @@ bool fitsOutcome(int keyLength)
 
 } // namespace
 
+void SelectCertDialog::blamePassword(const char* messageKey)
+{
+    tell(messageKey);
+    ui->lineEdit_password->setFocus();
+}
+
 void SelectCertDialog::on_pushButton_ok_clicked()
 {
     if (ui->lineEdit_password->text().isEmpty())
-        return tell("MSG_SELECTCERT_INPUTPASSWORD");
+        return blamePassword("MSG_SELECTCERT_INPUTPASSWORD");
     char password[1024] = {};
     const ScopedWipe<char[1024]> wiper(password);
     {
         const WipedBytes bytes(ui->lineEdit_password->localBytes());
         if (bytes.size() >= static_cast<int>(sizeof(password)))
-            return tell("MSG_SELECTCERT_PASSWORD_MAX");
+            return blamePassword("MSG_SELECTCERT_PASSWORD_MAX");
         copyText(password, bytes.data());
     }
     // Letter case does not count here, which users of PFX files have come to rely on.
     if (isMemory(m_nMediaType) && strcasecmp(password, m_szPFXPassword) != 0)
-        return tell("MSG_SELECTCERT_PASSWORD_DIFFERENT");
+        return blamePassword("MSG_SELECTCERT_PASSWORD_DIFFERENT");
     const int row = selectedRow();
     if (row < 0)
         return tell("MSG_SELECTCERT_NOTSELECTCERT");
@@ -153,7 +159,7 @@ int SelectCertDialog::openKeys(int nIndex, char* pszPassword, KeyBuffers& keys)
     const int result = CLP_DecryptPriKeyData(m_pContext, nIndex, pszPassword, &signKey.data, &signKey.length,
                                              &kmKey.data, &kmKey.length);
     if (result == CLPERR_WRONG_PASSWORD)
-        tell("MSG_SELECTCERT_PASSWORD_DIFFERENT_KOR");
+        blamePassword("MSG_SELECTCERT_PASSWORD_DIFFERENT_KOR");
     if (result == CLPERR_NO_PRIVATE_KEY)
         return refuseKey();
     if (result != QG_OK)

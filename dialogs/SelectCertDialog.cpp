@@ -156,6 +156,8 @@ void SelectCertDialog::InitSetControl()
     m_font.setPointSize(8);
     makeLanguagePath(m_szLanguageFile, m_stLoadOpt.szWorkDir, m_nLanguage);
     ui->lineEdit_password->setEchoMode(QLineEdit::Password);
+    // What is typed goes to the password from the first moment of each selection on.
+    ui->lineEdit_password->setFocus();
     // An unseen child whose window title some hosts look for; every selection adds one.
     (new QLabel(this))->setWindowTitle(QStringLiteral("인증서 선택창"));
 

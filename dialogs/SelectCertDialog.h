@@ -147,6 +147,9 @@ private:
     /** Shows a message under a title of its own; both are language keys. */
     void tell(const char* messageKey, const char* titleKey, QWidget* parent);
 
+    /** Says what is wrong with the password; what is typed then goes to it again. */
+    void blamePassword(const char* messageKey);
+
     /** Puts a message into the line below the password. */
     void prompt(const char* messageKey);
 

@@ -36,8 +36,6 @@ void Ui_SelectCertDialog::setupUi(QDialog* dialog)
     chainTabOrder({pushButton_hdd, pushButton_remove, pushButton_bscert, pushButton_token, pushButton_smcard,
                    pushButton_phone, tableView_certlist, label_find, pushButton_find, label_pwd,
                    lineEdit_password, lineEdit_msg, pushButton_ok, pushButton_cancel, pushButton_view});
-    // What is typed goes to the password from the first moment on.
-    lineEdit_password->setFocus();
     QMetaObject::connectSlotsByName(dialog);
 }
 

@@ -246,6 +246,24 @@ private slots:
         QCOMPARE(dialog.m_nDlgResult, 1);
     }
 
+    void whatIsTypedBehindARefusalGoesToThePassword()
+    {
+        HeardMessages messages;
+        DialogBench bench;
+        SelectCertDialog& dialog = bench.openDisk();
+        QCOMPARE(dialog.focusWidget(), &password(dialog));
+        for (const char* typed : {"", "wrong"}) {
+            child(dialog, "pushButton_ok").setFocus();
+            password(dialog).setText(typed);
+            press(dialog, "pushButton_ok");
+            QCOMPARE(messages.take().size(), 1);
+            QCOMPARE(dialog.focusWidget(), &password(dialog));
+        }
+        child(dialog, "pushButton_ok").setFocus();
+        bench.reopen();
+        QCOMPARE(dialog.focusWidget(), &password(dialog));
+    }
+
     void noSelectionIsAskedFor()
     {
         HeardMessages messages;

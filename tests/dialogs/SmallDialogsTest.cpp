@@ -163,10 +163,12 @@ private slots:
         HeardMessages messages;
         const auto dialog = passwordDialog();
         dialog->show();
+        child(*dialog, "pushButton_ok").setFocus();
         press(*dialog, "pushButton_ok");
         QCOMPARE(messages.take(), QStringList(koreanMessage("MSG_SELECTCERT_INPUTPASSWORD")));
         QVERIFY(dialog->isVisible());
         QCOMPARE(dialog->m_szPassword, "");
+        QCOMPARE(dialog->focusWidget(), &child(*dialog, "lineEdit_password"));
     }
 
     void theTypedPasswordIsHandedOver()
