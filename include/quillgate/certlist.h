@@ -22,7 +22,9 @@
  * pContext is the handle that CLP_Initalize stored. A null handle answers 30002 in every function that does
  * not say otherwise. An index is a position in the list of the last CLP_LoadCertList; one that is negative or
  * past the list answers 10004. Buffers handed out through char** are released with CLP_MemFree, which wipes
- * them; they are one byte longer than their length, zeroed. A session is used by one thread.
+ * them; they are one byte longer than their length, zeroed. Unless said otherwise a failure leaves every
+ * output as it was. A session that no CLP_Initalize with an option record has made answers 10001 where a
+ * certificate store is needed. A session is used by one thread.
  * @{
  */
 
@@ -74,7 +76,8 @@ QUILLGATE_API int CLP_SetType(void* pContext, LOADCERTOPT* pstLoadCertOpt);
 QUILLGATE_API int CLP_SetMediaType(void* pContext, int nMediaType, int nSubIndex);
 
 /**
- * Names the PFX file and its password for MEDIA_PFX. Each text at most 1023 bytes; null leaves it empty.
+ * Names the PFX file and its password for MEDIA_PFX; CLP_LoadCertList opens the file. Each text is cut
+ * at 1023 bytes; null leaves it empty.
  *
  * @param pContext handle of CLP_Initalize
  * @param pszPath path of the file
@@ -149,13 +152,13 @@ QUILLGATE_API int CLP_LoadCertList_OidInfo(void* pContext, char* pszOid, char* p
  */
 
 /**
- * Counts the hard disk list, which always has one entry. *nCount is 0 after a failure.
+ * Counts the hard disk list: always one entry, whose names are empty. After 10003 *nCount is 0.
  *
  * @param pContext handle of CLP_Initalize
  * @param bViewRemote not used
  * @param bHideCDRom not used
  * @param[out] nCount number of drives
- * @return 0; 30002; 10004 without nCount
+ * @return 0; 30002; 10003; 10004 without nCount
  */
 QUILLGATE_API int CLP_GetDriveCount(void* pContext, bool bViewRemote, bool bHideCDRom, int* nCount);
 
@@ -169,11 +172,11 @@ QUILLGATE_API int CLP_GetDriveCount(void* pContext, bool bViewRemote, bool bHide
 QUILLGATE_API int CLP_GetDrive(void* pContext, DRIVEINFO* pstDirveInfo);
 
 /**
- * Counts the mounted vfat drives. *nCount is 0 after a failure.
+ * Counts the mounted vfat drives. After 10003 *nCount is 0.
  *
  * @param pContext handle of CLP_Initalize
  * @param[out] nCount number of drives
- * @return 0; 30002; 10004 without nCount
+ * @return 0; 30002; 10003; 10004 without nCount
  */
 QUILLGATE_API int CLP_GetRemDriveCount(void* pContext, int* nCount);
 
@@ -197,8 +200,9 @@ QUILLGATE_API int CLP_GetRemDrive(void* pContext, DRIVEINFO* pstRemDirveInfo);
  * Loads the list of the medium.
  *
  * @param pContext handle of CLP_Initalize
- * @return 0; 30002; 10003; 10004 for a medium without a store; 30006 when there is none; 30007; 30011 and
- *         other codes of a PFX file
+ * @return 0; 30002; 10003; 10004 for a medium without a store; 30006 when there is none; 30007 on
+ *         MEDIA_MEMORY; on MEDIA_PFX also 30011 for a wrong password or a file that can't be read,
+ *         30014, 30015, 30103
  */
 QUILLGATE_API int CLP_LoadCertList(void* pContext);
 
@@ -248,7 +252,9 @@ QUILLGATE_API int CLP_GetHashAlgInfo(void* pContext, int nIndex, int* nHashAlg);
 QUILLGATE_API int CLP_DecryptPriKey(void* pContext, int nIndex, char* pszPassword);
 
 /**
- * Opens the keys of a disk certificate and hands them out. Each buffer is released with CLP_MemFree.
+ * Opens the keys of a disk certificate anew and hands the plain ones out, each in a buffer that is
+ * released with CLP_MemFree. A record without a key-management key leaves its outputs alone, and they
+ * may be null then. Only 0 hands anything out: after 30021 the signing key is in the session.
  *
  * @param pContext handle of CLP_Initalize
  * @param nIndex position in the list
@@ -287,7 +293,9 @@ QUILLGATE_API int CLP_GetPriKeyRandom(void* pContext, int nIndex, char* pszPassw
 QUILLGATE_API int CLP_SelectCert(void* pContext, int nIndex, char* pszPassword, CERTINFO* pstSelCertInfo);
 
 /**
- * Encrypts the key files anew.
+ * Encrypts the key files anew, the signing key's first: a failure on the key-management key leaves the
+ * signing key with the new password. A GPKI certificate names a key-management key file that may be
+ * missing; the answer is 30013 then.
  *
  * @param pContext handle of CLP_Initalize
  * @param nIndex position in the list
@@ -353,43 +361,53 @@ QUILLGATE_API int CLP_VerifyVID(void* pContext, int nIndex, char* pszIDN, char* 
  */
 
 /**
- * Saves certificates and keys of the caller to the medium of the session.
+ * Writes a certificate and its key, and a key-management pair when certificate and key of it are given,
+ * to medium 1 or 2, below the directory that the certificate's subject names.
+ *
+ * An earlier file of the same name is replaced; the list is not refreshed. Files are written one by
+ * one, each whole or not at all, and stay when a later one fails.
  *
  * @param pContext handle of CLP_Initalize
- * @param bEncKey whether the keys are encrypted already, else plain
+ * @param bEncKey true: the keys are written as they are; false: encrypted under the password
  * @param pszPassword password of the keys
  * @param pszSignCert signing certificate, DER
  * @param nSignCertLen bytes in pszSignCert
- * @param pszSignKey signing key, DER
+ * @param pszSignKey signing key, PKCS#8 DER
  * @param nSignKeyLen bytes in pszSignKey
  * @param pszKmCert key-management certificate, DER; null: none
  * @param nKmCertLen bytes in pszKmCert
- * @param pszKmKey key-management key, DER; null: none
+ * @param pszKmKey key-management key, PKCS#8 DER; null: none
  * @param nKmKeyLen bytes in pszKmKey
- * @return 0; 30002; 10004; 30009 on other media; 30016; 30201
+ * @return 0; 30002; 10003; 10004 without password, certificate or key, on media 3 and 4 and any without
+ *         a store; 30009 on media 5 to 8; 30014 or 30015 when the certificate can't be read; -1 when
+ *         its subject lacks CN, O or OU; 30201 when a file can't be written, or none may be under this
+ *         subject: it holds a slash, O is "." or "..", or the path would be longer than 1023 bytes
  */
 QUILLGATE_API int CLP_SaveCert(void* pContext, bool bEncKey, char* pszPassword, char* pszSignCert,
                                int nSignCertLen, char* pszSignKey, int nSignKeyLen, char* pszKmCert,
                                int nKmCertLen, char* pszKmKey, int nKmKeyLen);
 
 /**
- * Writes a listed certificate with its keys into a PFX file.
+ * Writes a listed certificate with its key, and its key-management pair, to a PFX file (PKCS#12) under
+ * the same password.
  *
  * @param pContext handle of CLP_Initalize
  * @param nIndex position in the list
  * @param pszPassword password of the keys and of the file
  * @param pszPFXPath path of the file
- * @return 0; 30002; 10004; 30011; 30016; 30104
+ * @return 0; 30002; 10004; what CLP_DecryptPriKey answers on media 1 and 2; 30104 when it is not built
+ *         or not written, and always on media without keys
  */
 QUILLGATE_API int CLP_ExportPFX(void* pContext, int nIndex, char* pszPassword, char* pszPFXPath);
 
 /**
- * Deletes a listed certificate and its keys from the disk.
+ * Deletes the files of a listed certificate: after a test of the password, or without asking when it is
+ * null or empty. The record stays in the list until the next load.
  *
  * @param pContext handle of CLP_Initalize
  * @param nIndex position in the list
- * @param pszPassword password of the keys; null or empty: delete without a test of it
- * @return 0; 30002; 10004; 30009; 30011; 30200
+ * @param pszPassword password of the keys; null or empty: none is asked for
+ * @return 0, also for media without a store; 30002; 10004; 30009 on media 5 to 8; 30011; 30200
  */
 QUILLGATE_API int CLP_DeleteCert(void* pContext, int nIndex, char* pszPassword);
 
