@@ -91,6 +91,11 @@ void release(BINSTR* record)
 void assign(BINSTR* output, ByteView bytes)
 {
     require(output != nullptr && bytes.size() < INT_MAX, Code::BadArgument);
+    if (bytes.empty()) {
+        // Callers release no record without a length: memory behind it would be lost.
+        release(output);
+        return;
+    }
     std::unique_ptr<unsigned char, FreeBytes> copy(
         static_cast<unsigned char*>(std::malloc(bytes.size() + 1)));
     if (!copy)

@@ -11,9 +11,10 @@ namespace qgtk {
 ByteView viewOf(const BINSTR* input);
 
 /**
- * Gives a caller's record a copy of the bytes, with a zero behind them that is not counted. What the record
- * held is wiped and freed first when this library made it; anything else, as what an uncleared record holds
- * by chance or the caller's own memory, is left alone. Throws BadArgument, OutOfMemory.
+ * Gives a caller's record a copy of the bytes, with a zero behind them that is not counted; none for no
+ * bytes. What the record held is wiped and freed first when this library made it; anything else, as what an
+ * uncleared record holds by chance or the caller's own memory, is left alone. Throws BadArgument,
+ * OutOfMemory.
  */
 void assign(BINSTR* output, ByteView bytes);
 

@@ -35,6 +35,8 @@ namespace qgtk {
     X(CertPublicKeyUnknown, 1203, "The public key is of an unknown kind", "알 수 없는 공개키입니다")                   \
     X(CertListDamaged, 1210, "The certificate list is damaged", "인증서 목록이 손상되었습니다")                        \
     X(CertListIndex, 1211, "The certificate list has no such entry", "인증서 목록에 해당 항목이 없습니다")             \
+    X(ListDamaged, 1220, "The list of objects is damaged", "객체 목록이 손상되었습니다") \
+    X(ListIndex, 1221, "The list of objects has no such entry", "객체 목록에 해당 항목이 없습니다") \
     X(CertExpired, 1300, "The certificate has expired", "인증서의 유효기간이 지났습니다") \
     X(CertNotYetValid, 1301, "The certificate is not valid yet", "인증서의 유효기간이 시작되지 않았습니다") \
     X(CertSignature, 1302, "The signature of the certificate is wrong", "인증서의 서명이 올바르지 않습니다") \
@@ -81,6 +83,11 @@ namespace qgtk {
     X(NoIdentity, 3501, "The certificate holds no identity value", "인증서에 본인확인 값이 없습니다")                  \
     X(IdentityMismatch, 3502, "The identification number does not match", "본인확인 번호가 일치하지 않습니다")         \
     X(IdentityHashUnknown, 3503, "The identity value uses an unknown hash", "본인확인 값의 해시 알고리즘을 알 수 없습니다")\
+    X(PfxDamaged, 4500, "The PFX file is damaged or is not one", "PFX 파일이 손상되었거나 PFX 파일이 아닙니다") \
+    X(PfxAlgorithm, 4501, "The PFX file's encryption is unknown or unusable", "PFX 파일의 암호 알고리즘을 알 수 없거나 사용할 수 없습니다") \
+    X(PfxTooCostly, 4502, "The PFX file asks for too much work", "PFX 파일이 요구하는 연산량이 허용 한도를 넘습니다") \
+    X(PfxNoMac, 4503, "The PFX file has no integrity check", "PFX 파일에 무결성 검증 값이 없습니다") \
+    X(PfxNoPair, 4504, "The PFX file holds no certificate with its key", "PFX 파일에 인증서와 개인키의 쌍이 없습니다") \
     X(WrongPfxPassword, 4505, "The password of the PFX file is wrong", "PFX 파일의 비밀번호가 올바르지 않습니다")      \
     X(Base64Damaged, 5000, "The text is not Base64", "Base64 형식이 아닙니다")                                         \
     X(PemDamaged, 5001, "The text is not PEM", "PEM 형식이 아닙니다") \

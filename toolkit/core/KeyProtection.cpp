@@ -6,6 +6,7 @@
 #include <openssl/core_names.h>
 #include <openssl/params.h>
 
+#include "toolkit/core/AlgorithmParameters.h"
 #include "toolkit/core/Oid.h"
 
 namespace qgtk {
@@ -70,19 +71,6 @@ const auto& rowOf(const Rows& rows, const ASN1_OBJECT* object)
     return *row;
 }
 
-/** Unpacks the parameters of an algorithm. Null when they are missing or something else. */
-template <typename H>
-H parametersOf(const X509_ALGOR* algorithm, const ASN1_ITEM* item)
-{
-    const void* parameters = nullptr;
-    int type = V_ASN1_UNDEF;
-    X509_ALGOR_get0(nullptr, &type, &parameters, algorithm);
-    if (type != V_ASN1_SEQUENCE)
-        return nullptr;
-    return H(static_cast<typename H::pointer>(
-        ASN1_item_unpack(static_cast<const ASN1_STRING*>(parameters), item)));
-}
-
 ByteView checkedSalt(const ASN1_STRING* salt)
 {
     const ByteView bytes = contentOf(salt);
@@ -125,8 +113,7 @@ SecretBytes derive(const Crypto& crypto, const Derivation& from, std::size_t len
 CipherSetup setupPbkdf1(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
                         int maxIterations, bool fixedIv)
 {
-    const auto parameters =
-        parametersOf<Handle<PBEPARAM, PBEPARAM_free>>(algorithm, ASN1_ITEM_rptr(PBEPARAM));
+    const auto parameters = parametersOf<PbeHandle>(algorithm, ASN1_ITEM_rptr(PBEPARAM));
     require(parameters != nullptr, Code::KeyDamaged);
     const Derivation from{"PBKDF1", "SHA1", password, checkedSalt(parameters->salt),
                           checkedIterations(parameters->iter, maxIterations)};
@@ -146,9 +133,7 @@ const char* prfDigest(const X509_ALGOR* prf)
 {
     if (!prf)
         return "SHA1";
-    const ASN1_OBJECT* object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, prf);
-    return rowOf(prfRows, object).digest;
+    return hmacDigest(objectOf(prf));
 }
 
 /** The initial value: an octet string of one block. */
@@ -163,27 +148,6 @@ SecretBytes checkedIv(const X509_ALGOR* encryption, const EVP_CIPHER* cipher)
     return {iv.begin(), iv.end()};
 }
 
-/** The key derivation inside PBES2, with everything checked before any work is done. */
-SecretBytes derivePbkdf2(const Crypto& crypto, const X509_ALGOR* keyFunction, std::string_view password,
-                         int maxIterations, int keyLength)
-{
-    const ASN1_OBJECT* object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, keyFunction);
-    require(OBJ_obj2nid(object) == NID_id_pbkdf2, Code::KeyAlgorithmUnknown);
-    const auto parameters =
-        parametersOf<Handle<PBKDF2PARAM, PBKDF2PARAM_free>>(keyFunction, ASN1_ITEM_rptr(PBKDF2PARAM));
-    require(parameters != nullptr, Code::KeyDamaged);
-    require(parameters->salt->type == V_ASN1_OCTET_STRING, Code::KeyParameters);
-    const bool lengthFits = !parameters->keylength || ASN1_INTEGER_get(parameters->keylength) == keyLength;
-    require(lengthFits, Code::KeyParameters);
-    const Derivation from{"PBKDF2", prfDigest(parameters->prf), password,
-                          checkedSalt(parameters->salt->value.octet_string),
-                          checkedIterations(parameters->iter, maxIterations)};
-    return derive(crypto, from, static_cast<std::size_t>(keyLength));
-}
-
-using Pbes2Handle = Handle<PBE2PARAM, PBE2PARAM_free>;
-
 Pbes2Handle pbes2Parameters(const X509_ALGOR* algorithm)
 {
     auto parameters = parametersOf<Pbes2Handle>(algorithm, ASN1_ITEM_rptr(PBE2PARAM));
@@ -193,9 +157,7 @@ Pbes2Handle pbes2Parameters(const X509_ALGOR* algorithm)
 
 const CipherRow& cipherRowOf(const PBE2PARAM* parameters)
 {
-    const ASN1_OBJECT* object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, parameters->encryption);
-    return rowOf(cipherRows, object);
+    return rowOf(cipherRows, objectOf(parameters->encryption));
 }
 
 CipherSetup setupPbes2(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
@@ -212,16 +174,14 @@ CipherSetup setupPbes2(const Crypto& crypto, const X509_ALGOR* algorithm, std::s
 /** The scheme's identifier. Throws KeyAlgorithmUnknown for one that is none of the three. */
 std::string schemeOf(const X509_ALGOR* algorithm)
 {
-    const ASN1_OBJECT* object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
-    std::string oid = dottedOid(object);
+    std::string oid = dottedOid(objectOf(algorithm));
     require(oid == oids::pbes2 || oid == oids::pbkdf1Seed || oid == oids::seedCbc, Code::KeyAlgorithmUnknown);
     return oid;
 }
 
 AlgorithmHandle makePbkdf1(const char* oid, int iterations, Bytes salt)
 {
-    auto parameters = owned<Handle<PBEPARAM, PBEPARAM_free>>(PBEPARAM_new());
+    auto parameters = owned<PbeHandle>(PBEPARAM_new());
     auto packed = owned<StringHandle>(ASN1_STRING_type_new(V_ASN1_SEQUENCE));
     auto algorithm = owned<AlgorithmHandle>(X509_ALGOR_new());
     ASN1_STRING* target = packed.get();
@@ -251,6 +211,26 @@ AlgorithmHandle makePbes2(const Crypto& crypto, const KeyProtection& protection,
 }
 
 } // namespace
+
+const char* hmacDigest(const ASN1_OBJECT* object)
+{
+    return rowOf(prfRows, object).digest;
+}
+
+SecretBytes derivePbkdf2(const Crypto& crypto, const X509_ALGOR* keyFunction, std::string_view password,
+                         int maxIterations, int keyLength)
+{
+    require(OBJ_obj2nid(objectOf(keyFunction)) == NID_id_pbkdf2, Code::KeyAlgorithmUnknown);
+    const auto parameters = parametersOf<Pbkdf2Handle>(keyFunction, ASN1_ITEM_rptr(PBKDF2PARAM));
+    require(parameters != nullptr, Code::KeyDamaged);
+    require(parameters->salt->type == V_ASN1_OCTET_STRING, Code::KeyParameters);
+    const bool lengthFits = !parameters->keylength || ASN1_INTEGER_get(parameters->keylength) == keyLength;
+    require(lengthFits, Code::KeyParameters);
+    const Derivation from{"PBKDF2", prfDigest(parameters->prf), password,
+                          checkedSalt(parameters->salt->value.octet_string),
+                          checkedIterations(parameters->iter, maxIterations)};
+    return derive(crypto, from, static_cast<std::size_t>(keyLength));
+}
 
 CipherSetup setupFromAlgorithm(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
                                int maxIterations)

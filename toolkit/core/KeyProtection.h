@@ -18,6 +18,16 @@ struct CipherSetup
 CipherSetup setupFromAlgorithm(const Crypto& crypto, const X509_ALGOR* algorithm, std::string_view password,
                                int maxIterations);
 
+/**
+ * Derives a key as an AlgorithmIdentifier of PBKDF2 says, with everything checked before any work is done.
+ * Throws as decryptKey.
+ */
+SecretBytes derivePbkdf2(const Crypto& crypto, const X509_ALGOR* keyFunction, std::string_view password,
+                         int maxIterations, int keyLength);
+
+/** OpenSSL's name of the digest of an HMAC. Throws KeyAlgorithmUnknown. */
+const char* hmacDigest(const ASN1_OBJECT* object);
+
 /** Makes the AlgorithmIdentifier of a protection with fresh salt and initial value. Throws as encryptKey. */
 AlgorithmHandle makeAlgorithm(const Crypto& crypto, const KeyProtection& protection);
 

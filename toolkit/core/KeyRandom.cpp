@@ -30,19 +30,23 @@ StringHandle bitString(ByteView bytes)
 
 } // namespace
 
-SecretBytes keyRandom(ByteView plain)
+SecretBytes randomAmong(const STACK_OF(X509_ATTRIBUTE) * attributes)
 {
-    const PlainKeyHandle key = decodePlainKey(plain);
-    const STACK_OF(X509_ATTRIBUTE)* attributes = PKCS8_pkey_get0_attrs(key.get());
     for (int i = 0; i < sk_X509_ATTRIBUTE_num(attributes); ++i) {
         const ASN1_BIT_STRING* bits = randomOf(sk_X509_ATTRIBUTE_value(attributes, i));
         if (!bits)
             continue;
         const ByteView random = contentOf(bits);
-        require(!random.empty(), Code::NoKeyRandom);
         return {random.begin(), random.end()};
     }
-    throw Failure(Code::NoKeyRandom);
+    return {};
+}
+
+SecretBytes keyRandom(ByteView plain)
+{
+    SecretBytes random = randomAmong(PKCS8_pkey_get0_attrs(decodePlainKey(plain).get()));
+    require(!random.empty(), Code::NoKeyRandom);
+    return random;
 }
 
 SecretBytes withKeyRandom(ByteView plain, ByteView random)

@@ -9,6 +9,9 @@ namespace qgtk {
  */
 SecretBytes keyRandom(ByteView plain);
 
+/** The random value among some attributes; empty when there is none. */
+SecretBytes randomAmong(const STACK_OF(X509_ATTRIBUTE) * attributes);
+
 /**
  * Adds a random value to the attributes of a PrivateKeyInfo (DER), trailing zero bits kept. Throws
  * KeyNotPlain.

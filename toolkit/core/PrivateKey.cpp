@@ -1,6 +1,6 @@
 #include "toolkit/core/PrivateKey.h"
 
-#include "toolkit/core/KeyProtection.h"
+#include "toolkit/core/CipherRun.h"
 
 namespace qgtk {
 
@@ -8,24 +8,6 @@ namespace {
 
 /** Encrypted keys are a few kilobytes; the lengths below are handed on as int. */
 constexpr std::size_t maxKeyLength = 1 << 20;
-
-/** Runs a cipher over data. False when the padding does not come out right. */
-template <typename Buffer>
-bool runCipher(const CipherSetup& setup, ByteView data, bool encrypt, Buffer& result)
-{
-    const CipherRun run = owned<CipherRun>(EVP_CIPHER_CTX_new());
-    require(EVP_CipherInit_ex2(run.get(), setup.cipher.get(), setup.key.data(), setup.iv.data(), encrypt,
-                               nullptr) == 1,
-            Code::CryptoUnavailable);
-    result.resize(data.size() + EVP_MAX_BLOCK_LENGTH);
-    int body = 0;
-    int tail = 0;
-    const bool done =
-        EVP_CipherUpdate(run.get(), result.data(), &body, data.data(), static_cast<int>(data.size())) == 1 &&
-        EVP_CipherFinal_ex(run.get(), result.data() + body, &tail) == 1;
-    result.resize(done ? static_cast<std::size_t>(body + tail) : 0);
-    return done;
-}
 
 /** Wipes an attribute value that is a bit string, as the random value is. */
 void wipeBits(ASN1_TYPE* value)
@@ -46,14 +28,18 @@ EncryptedKeyHandle decodeSealedKey(ByteView encrypted)
 
 } // namespace
 
-void freePlainKey(PKCS8_PRIV_KEY_INFO* key)
+void wipeAttributes(const STACK_OF(X509_ATTRIBUTE) * attributes)
 {
-    const STACK_OF(X509_ATTRIBUTE)* attributes = PKCS8_pkey_get0_attrs(key);
     for (int i = 0; i < sk_X509_ATTRIBUTE_num(attributes); ++i) {
         X509_ATTRIBUTE* attribute = sk_X509_ATTRIBUTE_value(attributes, i);
         for (int j = 0; j < X509_ATTRIBUTE_count(attribute); ++j)
             wipeBits(X509_ATTRIBUTE_get0_type(attribute, j));
     }
+}
+
+void freePlainKey(PKCS8_PRIV_KEY_INFO* key)
+{
+    wipeAttributes(PKCS8_pkey_get0_attrs(key));
     PKCS8_PRIV_KEY_INFO_free(key);
 }
 
@@ -90,7 +76,8 @@ SecretBytes decryptKey(const Crypto& crypto, ByteView encrypted, std::string_vie
     require(cipherText.size() % block == 0, Code::KeyDamaged);
     SecretBytes plain;
     // A wrong password passes the padding check once in 256 times, and then fails as a structure.
-    require(runCipher(setup, cipherText, false, plain) && isPlainKey(plain), Code::WrongPassword);
+    require(runCipher(startCipher(setup, false).get(), cipherText, plain) && isPlainKey(plain),
+            Code::WrongPassword);
     return plain;
 }
 
@@ -98,20 +85,25 @@ Bytes encryptKey(const Crypto& crypto, ByteView plain, std::string_view password
                  const KeyProtection& protection)
 {
     require(plain.size() <= maxKeyLength && isPlainKey(plain), Code::KeyNotPlain);
-    AlgorithmHandle algorithm = makeAlgorithm(crypto, protection);
+    const AlgorithmHandle algorithm = makeAlgorithm(crypto, protection);
     const CipherSetup setup = setupFromAlgorithm(crypto, algorithm.get(), password, protection.iterations);
     Bytes cipherText;
-    require(runCipher(setup, plain, true, cipherText), Code::CryptoUnavailable);
-    const EncryptedKeyHandle sealed = owned<EncryptedKeyHandle>(X509_SIG_new());
+    require(runCipher(startCipher(setup, true).get(), plain, cipherText), Code::CryptoUnavailable);
+    return encodeDer<Bytes>(i2d_X509_SIG, makeSealedKey(algorithm.get(), cipherText).get());
+}
+
+EncryptedKeyHandle makeSealedKey(const X509_ALGOR* algorithm, ByteView cipherText)
+{
+    EncryptedKeyHandle sealed = owned<EncryptedKeyHandle>(X509_SIG_new());
     X509_ALGOR* target = nullptr;
     ASN1_OCTET_STRING* content = nullptr;
     X509_SIG_getm(sealed.get(), &target, &content);
     const bool stored =
-        X509_ALGOR_copy(target, algorithm.get()) &&
+        X509_ALGOR_copy(target, algorithm) &&
         ASN1_OCTET_STRING_set(content, cipherText.data(), static_cast<int>(cipherText.size()));
     if (!stored)
         throw std::bad_alloc();
-    return encodeDer<Bytes>(i2d_X509_SIG, sealed.get());
+    return sealed;
 }
 
 } // namespace qgtk

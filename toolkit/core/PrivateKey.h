@@ -7,6 +7,9 @@
 
 namespace qgtk {
 
+/** Wipes the attribute values that are bit strings, as the random value is. */
+void wipeAttributes(const STACK_OF(X509_ATTRIBUTE) * attributes);
+
 /** Frees a key structure after wiping what OpenSSL would leave: the attributes hold the random value. */
 void freePlainKey(PKCS8_PRIV_KEY_INFO* key);
 
@@ -76,6 +79,9 @@ SecretBytes decryptKey(const Crypto& crypto, ByteView encrypted, std::string_vie
  */
 Bytes encryptKey(const Crypto& crypto, ByteView plain, std::string_view password,
                  const KeyProtection& protection);
+
+/** An EncryptedPrivateKeyInfo of what has been encrypted. Throws std::bad_alloc. */
+EncryptedKeyHandle makeSealedKey(const X509_ALGOR* algorithm, ByteView cipherText);
 
 /** The cipher that an EncryptedPrivateKeyInfo (DER) names. Throws KeyDamaged, KeyAlgorithmUnknown. */
 KeyCipher cipherOfKey(ByteView encrypted);
