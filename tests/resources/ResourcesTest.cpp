@@ -27,6 +27,18 @@ int percentCovered(const QImage& image)
     return covered * 100 / (image.width() * image.height());
 }
 
+/** Opaque pixels of the caption, the lowest quarter of a media image, within a range of grey. */
+int captionPixels(const QImage& image, int darkest, int lightest)
+{
+    int count = 0;
+    for (int y = image.height() * 3 / 4; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            count += qAlpha(pixel) > 127 && qGray(pixel) >= darkest && qGray(pixel) <= lightest;
+        }
+    return count;
+}
+
 } // namespace
 
 class ResourcesTest : public QObject
@@ -87,6 +99,17 @@ private slots:
             for (const char* const language : {"", "E"}) {
                 QVERIFY(percentCovered(mediaImage(medium, QString("P") + language)) > 95);
                 QVERIFY(percentCovered(mediaImage(medium, QString("N") + language)) < 60);
+            }
+    }
+
+    /** The desktop's colours may be light or dark, and the caption is part of the picture. */
+    void captionCanBeReadOnLightAndDarkButtons()
+    {
+        for (const QString& medium : media)
+            for (const char* const variant : {"N", "NE"}) {
+                const QImage image = mediaImage(medium, variant);
+                QVERIFY2(captionPixels(image, 0, 110) > 40, qPrintable(medium));
+                QVERIFY2(captionPixels(image, 200, 255) > 40, qPrintable(medium));
             }
     }
 
