@@ -240,7 +240,7 @@ private:
     CERTINFO* currentRecord(int nIndex) const;
 
     void startStores();
-    int rebuildPolicyFilter();
+    int rebuildPolicyFilter(const char* policies);
     template <typename Store>
     void giveOptions(Store& store, const LOADCERTOPT& option) const;
     template <typename Build>

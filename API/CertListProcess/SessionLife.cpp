@@ -88,6 +88,7 @@ void CCertListProcInterface::UnInitalize()
     m_pMemory.reset();
     ZR_Finish(m_pZRWrapCtx);
     m_pZRWrapCtx = nullptr;
+    CUtil::INIFreeData(m_piniFile);
     m_piniFile = nullptr;
     m_pstSearchDriveInfo.reset();
     m_pstFileNameList.reset();

@@ -143,13 +143,11 @@ int CCertListProcInterface::GetHashAlgInfo(int nIndex, int* nHashAlg)
     return runOnStores("CCertListProcInterface::GetHashAlgInfo()", [&]() -> int {
         if (nIndex < 0 || !nHashAlg)
             return QG_BAD_ARGUMENT;
-        *nHashAlg = HASH_OTHER;
-        if (!onDisk() && !inMemory())
-            return QG_OK;
-        const CERTINFO* entry = currentRecord(nIndex);
-        if (!entry)
+        const bool hasStore = onDisk() || inMemory();
+        const CERTINFO* entry = hasStore ? currentRecord(nIndex) : nullptr;
+        if (hasStore && !entry)
             return QG_BAD_ARGUMENT;
-        *nHashAlg = hashOfAlgorithm(entry->szAlgorithm);
+        *nHashAlg = entry ? hashOfAlgorithm(entry->szAlgorithm) : HASH_OTHER;
         return QG_OK;
     });
 }

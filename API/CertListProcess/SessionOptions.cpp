@@ -62,8 +62,7 @@ int CCertListProcInterface::SetLoadCertType(LOADCERTOPT* stLoadCertOpt)
         m_nUbikeyVersion = option.nUbikeyVersion;
         copyText(m_szUbikeyWParam, option.szUbikeyWParam);
         copyText(m_szUbikeylParam, option.szUbikeylParam);
-        copyText(m_szCertPolicyIDs, option.szCertPolicyIDs);
-        if (const int code = rebuildPolicyFilter())
+        if (const int code = rebuildPolicyFilter(option.szCertPolicyIDs))
             return code;
         giveOptions(*m_pDisk, option);
         giveOptions(*m_pMemory, option);
@@ -72,15 +71,24 @@ int CCertListProcInterface::SetLoadCertType(LOADCERTOPT* stLoadCertOpt)
     });
 }
 
-/** Makes the policy filter anew from the text that stands; without an entry the old array stays. */
-int CCertListProcInterface::rebuildPolicyFilter()
+/** Makes the policy filter anew, of the earlier text when this one is empty; without an entry the old array
+ * stays. */
+int CCertListProcInterface::rebuildPolicyFilter(const char* policies)
 {
+    char earlierPolicies[sizeof(m_szCertPolicyIDs)];
+    joinText(earlierPolicies, {m_szCertPolicyIDs});
+    const int earlierCount = m_nSetPolicyOIDCnt;
+    copyText(m_szCertPolicyIDs, policies);
     m_nSetPolicyOIDCnt = ParsingPolicyIDS(true);
     if (m_nSetPolicyOIDCnt == 0)
         return QG_OK;
     std::unique_ptr<SETOID[]> old(new (std::nothrow) SETOID[static_cast<size_t>(m_nSetPolicyOIDCnt)]());
-    if (!old)
+    if (!old) {
+        // The stores go on with the earlier filter, so a later call without a policy must find its text.
+        joinText(m_szCertPolicyIDs, {earlierPolicies});
+        m_nSetPolicyOIDCnt = earlierCount;
         return QG_NO_MEMORY;
+    }
     m_pstSetOid.swap(old);
     ParsingPolicyIDS(false);
     // A call without a policy text does not give the filter to the stores; those that read the old array go

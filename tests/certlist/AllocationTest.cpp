@@ -98,6 +98,21 @@ TEST_F(Memory, FilterArrayThatCannotBeMadeLeavesTheStoresTheirOptions)
     EXPECT_EQ(memory().m_nSetPolicyOIDCnt, 1);
 }
 
+TEST_F(Memory, FilterArrayThatCannotBeMadeLeavesTheFilterToLaterCallsWithoutAPolicy)
+{
+    load();
+    ASSERT_EQ(setPolicies("1 2|3 4|5 6|"), 0);
+    {
+        const FailingAllocations failing;
+        ASSERT_EQ(setPolicies("9|"), QG_NO_MEMORY);
+    }
+    ASSERT_EQ(CLP_SetType(handle, &certOption), 0);
+    ASSERT_EQ(disk().m_nSetPolicyOIDCnt, 3);
+    EXPECT_EQ(disk().m_pstSetOid, session().m_pstSetOid.get());
+    ASSERT_EQ(session().m_nSetPolicyOIDCnt, 3) << "else the stores would read past the array";
+    EXPECT_STREQ(disk().m_pstSetOid[2].szPolicyID, "5 6");
+}
+
 TEST_F(Memory, DriveListThatCannotBeMadeIsTold)
 {
     ASSERT_EQ(start(), 0);

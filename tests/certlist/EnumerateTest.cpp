@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -136,6 +137,27 @@ TEST_F(Enumerate, MpkiPairFindsItsFilesByTheHolderName)
     EXPECT_EQ(entry(0).szSignKeyPath, (mpki / "zed_sig.key").string());
     EXPECT_EQ(entry(0).szKmCertPath, (mpki / "zed_env.cer").string());
     EXPECT_EQ(entry(0).szKmKeyPath, (mpki / "zed_env.key").string());
+}
+
+TEST_F(Enumerate, MpkiPairTakesTheLastFilesWhosePathsHoldTheHolderName)
+{
+    // The directory's own name holds "user", so for that holder every file is a hit.
+    const std::string own = mpki / "user_sig.cer";
+    writeFlat(mpki, "zed");
+    writeFlat(mpki, "user");
+    const auto lastCertificate = [&] {
+        std::string last;
+        for (const auto& file : fs::directory_iterator(mpki))
+            last = file.path().extension() == ".cer" ? file.path().string() : last;
+        return last;
+    };
+    for (int i = 0; i < 100 && lastCertificate() == own; ++i)
+        writeFlat(mpki, "zed" + std::to_string(i));
+    ASSERT_NE(lastCertificate(), own);
+    ASSERT_EQ(store.LoadCertList(), 0);
+    const auto paths = listed();
+    EXPECT_EQ(std::count(paths.begin(), paths.end(), own), 0);
+    EXPECT_GE(std::count(paths.begin(), paths.end(), lastCertificate()), 2);
 }
 
 TEST_F(Enumerate, MpkiPairWithoutKmCertificateHasNoKmPaths)

@@ -198,10 +198,11 @@ TEST_F(List, HashFollowsTheLowerCaseWordInTheAlgorithm)
         EXPECT_EQ(CLP_GetHashAlgInfo(handle, 0, &hash), 0);
         EXPECT_EQ(hash, expected) << algorithm;
     }
-    int hash = 0;
+    int hash = -7;
     EXPECT_EQ(CLP_GetHashAlgInfo(handle, -1, &hash), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_GetHashAlgInfo(handle, 1, &hash), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_GetHashAlgInfo(handle, 0, nullptr), QG_BAD_ARGUMENT);
+    EXPECT_EQ(hash, -7) << "a refusal leaves the output alone";
     session().m_nMediaType = MEDIA_NONE;
     EXPECT_EQ(CLP_GetHashAlgInfo(handle, 0, &hash), 0);
     EXPECT_EQ(hash, 1);

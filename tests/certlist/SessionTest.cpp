@@ -144,6 +144,17 @@ TEST_F(Session, EndingTwiceChangesNothingTheSecondTime)
     EXPECT_EQ(toolkit.contexts, 0);
 }
 
+TEST_F(Session, ParsedConfigurationReachesTheStoresAndEndsWithTheSession)
+{
+    ASSERT_EQ(CLP_Initalize(&handle, nullptr, nullptr), QG_BAD_ARGUMENT);
+    ASSERT_EQ(CUtil::INIReadData("[a]\nb=c\n", &session().m_piniFile), 0);
+    ASSERT_EQ(start(), 0);
+    EXPECT_EQ(disk().m_piniFile, session().m_piniFile);
+    EXPECT_EQ(memory().m_piniFile, session().m_piniFile);
+    session().UnInitalize();
+    EXPECT_EQ(session().m_piniFile, nullptr) << "freed: the sanitizer would tell";
+}
+
 TEST_F(Session, TextsWithoutTerminatorAreCut)
 {
     std::memset(&option, 'x', sizeof(option));
