@@ -169,10 +169,10 @@ TEST_P(BadInput, AnythingElseAnswersWithACodeAndLeavesTheOutput)
                                        std::string(5000, '0'),
                                        std::string("0\x84\x7f\xff\xff\xff", 6)};
     for (const std::string* whole : {&rsaPair().privateKey, &ecPair().publicKey, &ecPair().privateKey})
-        for (std::size_t length = 1; length < whole->size(); length += 1 + length / 8)
+        for (std::size_t length = 1; length < whole->size(); length += 1 + length / 3)
             inputs.push_back(whole->substr(0, length));
-    for (unsigned seed = 0; seed < 50; ++seed)
-        inputs.push_back(noise(1 + seed * seed, seed));
+    for (unsigned seed = 0; seed < 20; ++seed)
+        inputs.push_back(noise(1 + seed * seed * 5, seed));
     for (const Operation& operation : operations()) {
         for (const std::string& bytes : inputs) {
             BINSTR input = {reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data())),
@@ -184,18 +184,18 @@ TEST_P(BadInput, AnythingElseAnswersWithACodeAndLeavesTheOutput)
     }
 }
 
-TEST_P(BadInput, KeysWithAnyByteAlteredNeverBreakAnything)
+TEST_P(BadInput, KeysWithBytesAlteredNeverBreakAnything)
 {
     const std::string data16 = noise(16);
     for (const Pair* pair : {&rsaPair(), &ecPair()}) {
-        const std::size_t step = pair->privateKey.size() / 100 + 1;
+        const std::size_t step = pair->privateKey.size() / 25 + 1;
         for (std::size_t i = 0; i < pair->privateKey.size(); i += step) {
             Pair altered = *pair;
             altered.privateKey[i] = static_cast<char>(altered.privateKey[i] ^ 0x81);
             ask("CRYPT_Sign", pair->publicKey, altered.privateKey, QG_HASH_SHA256 + 0, data16);
             ask("CRYPT_AsymDecrypt", QG_KEY_PRIVATE + 0, altered.privateKey, signature);
         }
-        for (std::size_t i = 0; i < pair->publicKey.size(); ++i) {
+        for (std::size_t i = 0; i < pair->publicKey.size(); i += 5) {
             Pair altered = *pair;
             altered.publicKey[i] = static_cast<char>(altered.publicKey[i] ^ 0x81);
             EXPECT_NE(tell("CRYPT_Verify", altered.publicKey, QG_HASH_SHA256 + 0, data16, signature), 0);

@@ -1,4 +1,9 @@
+#include <csignal>
+#include <fstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "CryptoTest.h"
 
@@ -88,6 +93,20 @@ const CipherCase ciphers[] = {
     {QG_CIPHER_3DES + QG_MODE_CFB, "des-ede3-cfb", 24, 8},
     {QG_CIPHER_3DES + QG_MODE_OFB, "des-ede3-ofb", 24, 8},
 };
+
+/** The most memory that the process has occupied, in kilobytes. */
+long peakKilobytes()
+{
+    const std::string status = readFile("/proc/self/status");
+    return std::stol(status.substr(status.find("VmHWM:") + 6));
+}
+
+/** Begins to count anew; what is occupied now. */
+long resetPeakKilobytes()
+{
+    std::ofstream("/proc/self/clear_refs") << "5";
+    return peakKilobytes();
+}
 
 } // namespace
 
@@ -329,4 +348,40 @@ TEST_P(Cipher, TheInputMayBeTheOutput)
     EXPECT_EQ(data.bytes().size(), 16U);
     EXPECT_EQ(call("CRYPT_Decrypt", &data, &data), 0);
     EXPECT_EQ(data.bytes(), "text");
+}
+
+TEST_P(Cipher, LargeFilesAreNotHeldInMemory)
+{
+    constexpr std::uintmax_t length = 64U << 20;
+    constexpr long limitKilobytes = 4096;
+    setKey(QG_CIPHER_AES256, std::string(64, '1'), zeroBlock);
+    const std::string path = file("large", "x");
+    std::filesystem::resize_file(path, length);
+    const long before = resetPeakKilobytes();
+    EXPECT_EQ(encryptFile(path, at("encrypted")), 0);
+    EXPECT_EQ(decryptFile(at("encrypted"), at("again")), 0);
+    EXPECT_LT(peakKilobytes(), before + limitKilobytes);
+    EXPECT_EQ(std::filesystem::file_size(at("encrypted")), length + 16);
+    EXPECT_EQ(std::filesystem::file_size(at("again")), length);
+}
+
+TEST_P(Cipher, AFullMediumLeavesTheOldFileAndNothingElse)
+{
+    setKey(QG_CIPHER_SEED, std::string(32, '3'), zeroBlock);
+    const std::string plain = file("plain", noise(300000));
+    const std::string target = file("target", "as it was");
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit limit{100000, 100000};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        _exit(encryptFile(plain, target) == number(Code::FileNotWritten) ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(readFile(target), "as it was");
+    std::filesystem::remove(plain);
+    std::filesystem::remove(target);
+    EXPECT_TRUE(std::filesystem::is_empty(directory));
 }

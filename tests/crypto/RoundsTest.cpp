@@ -69,19 +69,23 @@ protected:
         EXPECT_NE(ask("CRYPT_Decrypt", data).code, 0);
         EXPECT_EQ(call("CRYPT_ClearKeyAndIV"), 0);
     }
-    void everyKeyOperation()
+    void everyKeyOperation(const Pair& rsa, bool wrongToo)
     {
         const int sha256 = QG_HASH_SHA256;
         const std::string data = "data of a round";
-        for (const Pair* pair : {&rsaPair(), &ecPair()}) {
+        for (const Pair* pair : {&rsa, &ecPair()}) {
             const std::string signature = give("CRYPT_Sign", pair->publicKey, pair->privateKey, sha256, data);
             EXPECT_EQ(tell("CRYPT_Verify", pair->publicKey, sha256, data, signature), 0);
-            EXPECT_NE(tell("CRYPT_Verify", pair->publicKey, sha256, signature, signature), 0);
+            if (wrongToo) {
+                EXPECT_NE(tell("CRYPT_Verify", pair->publicKey, sha256, signature, signature), 0);
+            }
         }
-        const std::string encrypted = give("CRYPT_AsymEncrypt", QG_KEY_PUBLIC + 0, rsaPair().publicKey, data);
-        EXPECT_EQ(give("CRYPT_AsymDecrypt", QG_KEY_PRIVATE + 0, rsaPair().privateKey, encrypted), data);
-        EXPECT_NE(ask("CRYPT_AsymDecrypt", QG_KEY_PRIVATE + 0, rsaPair().privateKey, data).code, 0);
-        EXPECT_NE(ask("CRYPT_Sign", rsaPair().publicKey, data, sha256, data).code, 0);
+        const std::string encrypted = give("CRYPT_AsymEncrypt", QG_KEY_PUBLIC + 0, rsa.publicKey, data);
+        EXPECT_EQ(give("CRYPT_AsymDecrypt", QG_KEY_PRIVATE + 0, rsa.privateKey, encrypted), data);
+        if (wrongToo) {
+            EXPECT_NE(ask("CRYPT_AsymDecrypt", QG_KEY_PRIVATE + 0, rsa.privateKey, data).code, 0);
+            EXPECT_NE(ask("CRYPT_Sign", rsa.publicKey, data, sha256, data).code, 0);
+        }
     }
     void everyFileOperation()
     {
@@ -122,16 +126,16 @@ protected:
     }
 
     /** Runs something often and expects that memory is as it was after the first rounds. */
-    void expectNoGrowth(const std::function<void()>& round)
+    void expectNoGrowth(const std::function<void()>& round, int count = rounds)
     {
-        for (int i = 0; i < rounds / 10; ++i)
+        for (int i = 0; i < count / 10; ++i)
             round();
         const std::size_t allocated = allocatedBytes();
         const long resident = residentKilobytes();
-        for (int i = 0; i < rounds; ++i)
+        for (int i = 0; i < count; ++i)
             round();
-        // One byte a round would be more; the allocator's caches move a little.
-        EXPECT_LT(allocatedBytes(), allocated + rounds);
+        // The smallest allocation in each tenth round would be more; the allocator's caches move a little.
+        EXPECT_LT(allocatedBytes(), allocated + static_cast<std::size_t>(count));
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
         EXPECT_LT(residentKilobytes(), resident + 1024);
 #endif
@@ -149,7 +153,12 @@ TEST_P(Rounds, OperationsOnBytesLeaveNothing)
 
 TEST_P(Rounds, OperationsWithKeysLeaveNothing)
 {
-    expectNoGrowth([this] { everyKeyOperation(); });
+    // A short key: what is left behind does not depend on it, the time does.
+    const Pair rsa = opensslPair({"-algorithm", "RSA", "-pkeyopt", "rsa_keygen_bits:1024"});
+    // Both sides have one code here, and reading a key takes half a millisecond.
+    const int count = isZrtk() ? rounds : rounds / 10;
+    int round = 0;
+    expectNoGrowth([&] { everyKeyOperation(rsa, ++round % 10 == 0); }, count);
 }
 
 TEST_P(Rounds, OperationsOnFilesLeaveNothing)

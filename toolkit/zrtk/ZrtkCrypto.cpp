@@ -1,6 +1,7 @@
 /* Raw cryptography, text encodings and the view of a certificate of the main toolkit's interface. */
 
 #define QGTK_PREFIX ZRTK_
+#define QGTK_FILE_SUFFIX File
 
 #include "toolkit/core/CertificateView.h"
 #include "toolkit/interface/CryptoInterface.h"
@@ -39,25 +40,9 @@ QGTK_OPERATION(CRYPT_GenKeyPair)(void* handle, int algorithm, BINSTR* privateKey
     });
 }
 
-QGTK_OPERATION(CRYPT_EncryptFile)(void* handle, char* plain, char* encrypted)
-{
-    return runOnFile(handle, true, plain, encrypted);
-}
-
 QGTK_OPERATION(CRYPT_DecryptFile)(void* handle, char* encrypted, char* plain)
 {
     return runOnFile(handle, false, encrypted, plain);
-}
-
-QGTK_OPERATION(CRYPT_SignFile)
-(void* handle, BINSTR* publicKey, BINSTR* privateKey, int hashAlg, char* data, char* signature)
-{
-    return signFile(handle, publicKey, privateKey, hashAlg, data, signature);
-}
-
-QGTK_OPERATION(CRYPT_VerifyFile)(void* handle, BINSTR* publicKey, int hashAlg, char* data, char* signature)
-{
-    return verifyFile(handle, publicKey, hashAlg, data, signature);
 }
 
 QGTK_OPERATION(CRYPT_HashFile)(void* handle, int hashAlg, char* path, BINSTR* digest)
