@@ -395,6 +395,20 @@ TEST_P(Frame, KeptTextOutlivesSuccessesAndGivesWayToTheNextFailure)
     EXPECT_STREQ(buffer.data(), "second");
 }
 
+TEST_P(Frame, AFailureWhoseTextTheLibraryDoesNotTellLeavesNoOlderTextToBeTakenForIts)
+{
+    RecordingToolkit toolkit(GetParam());
+    Context context(toolkit);
+    toolkit.answer(operation("CERT_Unload"), 77);
+    toolkit.tellError("of the first failure");
+    EXPECT_EQ(CertUnLoad(context), 77);
+    toolkit.answer(operation("API_GetErrInfo"), 5);
+    EXPECT_EQ(CertUnLoad(context), 77) << "not the number of the text";
+    Buffer buffer = filledBuffer();
+    EXPECT_EQ(ZR_GetErrInfo2(context, sizeof buffer, buffer.data()), QG_OK);
+    EXPECT_EQ(text(buffer), filled(""));
+}
+
 TEST_P(Frame, RefusalsAndMissingOperationsLeaveTheKeptTextAlone)
 {
     RecordingToolkit toolkit(GetParam(), "bare");
