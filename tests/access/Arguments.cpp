@@ -12,12 +12,19 @@ unsigned char someBytes[] = {1, 2, 3};
 BINSTR withoutBytes = {nullptr, 3};
 BINSTR emptyString = {someBytes, 0};
 BINSTR negativeLength = {someBytes, -1};
-char emptyText[4096] = ""; // room for those that are outputs
+char emptyTextBuffer[4096]; // room for those that are outputs
 char someText[] = "/a/path";
 
 Word word(const void* value)
 {
     return reinterpret_cast<Word>(value);
+}
+
+/** An empty text, even when an earlier call has written to it. */
+Word emptyText()
+{
+    emptyTextBuffer[0] = '\0';
+    return word(emptyTextBuffer);
 }
 
 bool has(const std::string& text, const std::string& mark)
@@ -142,7 +149,7 @@ std::vector<Word> refusedValues(const TestedArgument& test, const Arguments& arg
     if (has(test.marks, "(must be empty)"))
         return {0, word(someText)};
     if (has(test.marks, "(non-empty)"))
-        return {0, word(emptyText)};
+        return {0, emptyText()};
     if (type != "BINSTR*" || has(test.marks, "(pointer)"))
         return {0};
     std::vector<Word> values = {0, word(&withoutBytes), word(&emptyString)};
@@ -159,7 +166,7 @@ std::vector<Word> admittedValues(const TestedArgument& test, const Arguments& ar
     if (type == "int")
         return {static_cast<Word>(-1)};
     if (type == "char*")
-        return has(test.marks, "(non-empty)") ? std::vector<Word>{} : std::vector<Word>{word(emptyText)};
+        return has(test.marks, "(non-empty)") ? std::vector<Word>{} : std::vector<Word>{emptyText()};
     if (type != "BINSTR*")
         return {};
     if (has(test.marks, "(pointer)"))

@@ -352,11 +352,13 @@ TEST_P(EachSide, TellsThatTheLibraryIsNotLoadedAfterTheDispatchersTestsAndBefore
         for (const TestedArgument& test : testsOf(operation, ownScope()))
             arguments.set(test.name, refusedValues(test, arguments)[0]);
         EXPECT_EQ(operation.call(context, arguments.words()), expected);
-        const std::vector<TestedArgument> tests = testsOf(operation, Scope::Both);
-        if (tests.empty())
-            continue;
-        arguments.set(tests[0].name, refusedValues(tests[0], arguments)[0]);
-        EXPECT_EQ(operation.call(context, arguments.words()), tests[0].code);
+        for (const TestedArgument& test : testsOf(operation, Scope::Both)) {
+            Arguments spoilt(operation);
+            for (const Word value : refusedValues(test, spoilt)) {
+                spoilt.set(test.name, value);
+                EXPECT_EQ(operation.call(context, spoilt.words()), test.code) << test.name;
+            }
+        }
     }
 }
 
