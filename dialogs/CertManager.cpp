@@ -117,6 +117,12 @@ bool hasApplication()
     return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
+/** True on the thread of a QApplication, the one place where a dialog can be made. */
+bool isOnApplicationThread()
+{
+    return hasApplication() && QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
 /** The start that a host chose: its own certificates in memory, else the hard disk. */
 int startMedium(const LOADSELECTCERTOPTION& load)
 {
@@ -235,7 +241,7 @@ int ShowUserCert(void*, void*, INITOPT* pInit, LOADSELECTCERTOPTION* pLoad, void
 
 int ShowUserCert_T(INITOPT* pInit, LOADSELECTCERTOPTION* pLoad, void*, EXTRAOPTION* pExtra, SELCERTINFO* pOut)
 {
-    if (!pLoad || !pExtra || !pOut || !hasApplication())
+    if (!pLoad || !pExtra || !pOut || !isOnApplicationThread())
         return QG_BAD_ARGUMENT;
     return guarded([&] { return selectOnOwnDialog(pInit, pLoad, pExtra, pOut); });
 }

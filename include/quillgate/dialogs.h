@@ -183,17 +183,17 @@ QUILLGATE_PLAIN_API int ShowUserCert(void* a, void* b, INITOPT* pInit, LOADSELEC
  * @param c not read
  * @param pExtra what else it shows
  * @param[out] pOut the outcome of an accepted selection, the host's to wipe; else as it was
- * @return as ShowUserCert; 10004 also without a QApplication
+ * @return as ShowUserCert; 10004 also without a QApplication, and on any thread but its own
  */
 QUILLGATE_PLAIN_API int ShowUserCert_T(INITOPT* pInit, LOADSELECTCERTOPTION* pLoad, void* c,
                                        EXTRAOPTION* pExtra, SELCERTINFO* pOut);
 
 /**
- * Lets the user choose any file.
+ * Lets the user choose any file. On another thread than the QApplication's it waits for that one's loop.
  *
  * @param nLen bytes in pszOut, terminator included
  * @param[out] pszOut path in the local encoding, terminated; cleared first
- * @return 0; 1 when nothing was chosen; 10004 without pszOut, or when nLen does not suffice
+ * @return 0; 1 when nothing was chosen; 10004 without pszOut or a QApplication, or when nLen does not suffice
  */
 QUILLGATE_API int GetSlectFilePath(int nLen, char* pszOut);
 

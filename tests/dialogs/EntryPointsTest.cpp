@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QtTest>
 #include <sys/stat.h>
+#include <thread>
 
 #include "DebugLog.h"
 #include "DialogBench.h"
@@ -157,6 +158,14 @@ private slots:
                  int(QG_BAD_ARGUMENT));
         QCOMPARE(ShowUserCert_T(&bench.init, bench.load.get(), nullptr, bench.extra.get(), nullptr),
                  int(QG_BAD_ARGUMENT));
+        QVERIFY(service.calls.empty());
+    }
+
+    void onAnotherThreadThanTheApplicationsItIsRefused()
+    {
+        int result = 0;
+        std::thread([&] { result = select(); }).join();
+        QCOMPARE(result, int(QG_BAD_ARGUMENT));
         QVERIFY(service.calls.empty());
     }
 
