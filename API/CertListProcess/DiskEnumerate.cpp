@@ -5,8 +5,27 @@
 #include "DiskDirectories.h"
 #include "HolderPaths.h"
 #include "LoadDISK.h"
+#include "PairFiles.h"
 #include "Secret.h"
 #include "quillgate/returncodes.h"
+
+namespace {
+
+/** Empties a pointer when the scope ends, by an exception too. */
+template <typename Pointer>
+class ScopedReset
+{
+public:
+    explicit ScopedReset(Pointer& pointer) : m_pointer(pointer) {}
+    ~ScopedReset() { m_pointer.reset(); }
+    ScopedReset(const ScopedReset&) = delete;
+    ScopedReset& operator=(const ScopedReset&) = delete;
+
+private:
+    Pointer& m_pointer;
+};
+
+} // namespace
 
 int CLoadDISK::LoadCertList()
 {
@@ -101,6 +120,7 @@ int CLoadDISK::walkList(const char* tag, const DirectoryKind& kind, Finder finde
         ListWalk walk{.finder = finder, .certType = kind.certType, .onlyCount = bOnlyCount};
         walk.position = bOnlyCount ? 0 : nIndex;
         const ScopedWipe wipeRecord(walk.record);
+        const ScopedReset forgetPairFiles(m_pairFiles);
         for (int i = 0; i < this->*kind.count; ++i)
             walkDirectory((this->*kind.directories)[static_cast<size_t>(i)].szCertDirPath, walk);
         *nCount = walk.position;

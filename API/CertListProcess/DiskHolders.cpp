@@ -6,12 +6,12 @@
 #include "HolderPaths.h"
 #include "LoadDISK.h"
 #include "OpenFile.h"
+#include "PairFiles.h"
 #include "quillgate/returncodes.h"
 
 namespace {
 
 /** Holder files in the order of HolderPaths::File. */
-constexpr const char* FLAT_ENDINGS[] = {"_sig.cer", "_sig.key", "_env.cer", "_env.key"};
 constexpr const char* HOLDER_FILES[] = {"signCert.der", "signPri.key", "kmCert.der", "kmPri.key"};
 constexpr const char* HOLDER_FILES_UPPER[] = {"SIGNCERT.DER", "SIGNPRI.KEY", "KMCERT.DER", "KMPRI.KEY"};
 
@@ -33,7 +33,7 @@ void HolderPaths::keepReadableKm()
  */
 int CLoadDISK::findGpkiFiles(const char* directory, const DirectoryReader& reader, HolderPaths& paths)
 {
-    if (!std::strstr(reader.name(), FLAT_ENDINGS[HolderPaths::SIGN_CERT]) || reader.isDirectory())
+    if (!std::strstr(reader.name(), PairFiles::ENDINGS[HolderPaths::SIGN_CERT]) || reader.isDirectory())
         return CLPERR_PASS;
     paths.clear();
     if (!joinPath(paths.path[HolderPaths::SIGN_CERT], {directory, reader.name()}))
@@ -78,7 +78,7 @@ int CLoadDISK::findNpkiFiles(const char* directory, const DirectoryReader& reade
 /** MPKI, flat form: a file whose name holds "_sig.cer" in any letter case, unlike GPKI. */
 int CLoadDISK::findMpkiPair(const char* directory, const DirectoryReader& reader, HolderPaths& paths)
 {
-    if (!strcasestr(reader.name(), FLAT_ENDINGS[HolderPaths::SIGN_CERT]) || reader.isDirectory())
+    if (!strcasestr(reader.name(), PairFiles::ENDINGS[HolderPaths::SIGN_CERT]) || reader.isDirectory())
         return CLPERR_PASS;
     const std::string_view name = reader.name();
     char holder[1024];
@@ -86,6 +86,8 @@ int CLoadDISK::findMpkiPair(const char* directory, const DirectoryReader& reader
     // The limit is one below the array: with it a path has at most 1022 bytes.
     constexpr int LIMIT = sizeof(paths.path[0]) - 1;
     paths.clear();
+    if (!m_pairFiles || !m_pairFiles->isOf(directory))
+        m_pairFiles = std::make_unique<PairFiles>(directory);
     auto& [signCert, signKey, kmCert, kmKey] = paths.path;
     const int code = GetGPKICertFilePath(const_cast<char*>(directory), holder, LIMIT, signCert, LIMIT,
                                          signKey, LIMIT, kmCert, LIMIT, kmKey);
@@ -132,28 +134,23 @@ int CLoadDISK::GetGPKICertFilePath(char* pszDirPath, char* pszCNName, int nSignC
             char* text;
             int size;
         };
-        const Output outputs[] = {{pszSignCertPath, nSignCertPathLen},
-                                  {pszSignKeyPath, nSignKeyPathLen},
-                                  {pszKmCertPath, nKmCertPathLen},
-                                  {pszKmKeyPath, nKmKeyPathLen}};
+        const Output given[] = {{pszSignCertPath, nSignCertPathLen},
+                                {pszSignKeyPath, nSignKeyPathLen},
+                                {pszKmCertPath, nKmCertPathLen},
+                                {pszKmKeyPath, nKmKeyPathLen}};
         if (!pszDirPath || !pszCNName || *pszDirPath == '\0' || *pszCNName == '\0')
             return -1;
-        for (const Output& output : outputs) {
-            if (!output.text || output.size < 1)
+        std::array<PairFiles::Output, HolderPaths::FILES> outputs{};
+        for (size_t i = 0; i < outputs.size(); ++i) {
+            if (!given[i].text || given[i].size < 1)
                 return -1;
-            output.text[0] = '\0';
+            given[i].text[0] = '\0';
+            outputs[i] = {given[i].text, static_cast<std::size_t>(given[i].size)};
         }
-        DirectoryReader reader(pszDirPath);
-        while (reader.next()) {
-            char path[1024];
-            if (reader.isDirectory() || !joinPath(path, {pszDirPath, reader.name()}) ||
-                !strcasestr(path, pszCNName))
-                continue;
-            for (int i = 0; i < HolderPaths::FILES; ++i) {
-                if (strcasestr(path, FLAT_ENDINGS[i]))
-                    joinPath(outputs[i].text, static_cast<std::size_t>(outputs[i].size), {path});
-            }
-        }
+        if (m_pairFiles && m_pairFiles->isOf(pszDirPath))
+            m_pairFiles->find(pszCNName, outputs);
+        else
+            PairFiles(pszDirPath).find(pszCNName, outputs);
         return QG_OK;
     });
 }

@@ -17,6 +17,7 @@ struct DirectoryLevel;
 struct HolderPaths;
 struct KeyFields;
 class DirectoryReader;
+class PairFiles;
 class ToolkitBytes;
 
 /**
@@ -212,6 +213,8 @@ private:
         int result = QG_OK; /**< of the last candidate's finder */
         CERTINFO record{};  /**< work record */
     };
+
+    std::unique_ptr<const PairFiles> m_pairFiles; /**< of the directory that a walk is in; else null */
 
     OperationLog log() { return {m_szLogFilePath, m_pZRWrapCtx, m_szErrMsg}; }
 

@@ -160,6 +160,20 @@ TEST_F(Enumerate, MpkiPairTakesTheLastFilesWhosePathsHoldTheHolderName)
     EXPECT_GE(std::count(paths.begin(), paths.end(), lastCertificate()), 2);
 }
 
+TEST_F(Enumerate, MpkiFilesAreReadAnewByEachPass)
+{
+    writeFlat(mpki, "zed", "pw:key");
+    int reads = 0;
+    toolkit.onRead = [&](const std::string&) {
+        if (++reads == 2) // the count pass has certificate and key behind it
+            writeFile(mpki / "zed_env.cer", "km"), writeFile(mpki / "zed_env.key", "pw:km");
+    };
+    ASSERT_EQ(store.LoadCertList(), 0);
+    EXPECT_EQ(entry(0).szKmKeyPath, (mpki / "zed_env.key").string());
+    ASSERT_EQ(store.LoadCertList(), 0);
+    EXPECT_GT(entry(0).nKmCertLen, 0);
+}
+
 TEST_F(Enumerate, MpkiPairWithoutKmCertificateHasNoKmPaths)
 {
     writeFlat(mpki, "zed");
