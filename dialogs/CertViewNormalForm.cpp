@@ -138,6 +138,11 @@ void CertViewNormalForm::SetCertStatus(int /*nState*/)
 
 int CertViewNormalForm::VerifyCert()
 {
+    // A session that has not listed the drives refuses every verification with 10003, and nothing else in the
+    // dialog lists them. Should this fail, the verification says so itself.
+    char drives[] = "root";
+    char anyFormat[] = "";
+    CLP_SearchFileList(m_pContext, drives, anyFormat);
     char text[1024] = {};
     m_nResult = CLP_VerifyCert(m_pContext, m_nCertIndex, sizeof(text), text);
     if (m_nResult != QG_OK) {

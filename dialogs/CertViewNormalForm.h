@@ -30,8 +30,9 @@ public:
     void InitSetControl();
 
     /**
-     * Verifies the certificate. Success makes the record and the tab read as valid; a failure is told in the
-     * state's place and in a message box. The code of CLP_VerifyCert. Blocks while roots are fetched.
+     * Verifies the certificate, having listed the session's drives, which the list service asks for. Success
+     * makes the record and the tab read as valid; a failure is told in the state's place and in a message
+     * box. The code of CLP_VerifyCert. Blocks while roots are fetched.
      */
     int VerifyCert();
 

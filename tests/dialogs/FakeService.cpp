@@ -201,9 +201,17 @@ int CLP_ImportPFX(void*, char* pszFilePath, char* pszPassword, char** pszOutSign
     return QG_OK;
 }
 
+int CLP_SearchFileList(void* pContext, char* pszPath, char* pszFormat)
+{
+    fake().searched = fake().searched || (pContext == &fake() && std::string(pszPath) == "root");
+    return answer("CLP_SearchFileList", std::string(pszPath) + "," + pszFormat);
+}
+
 int CLP_VerifyCert(void*, int nIndex, int nMsgLen, char* pszVerifyMsg)
 {
     const int result = answer("CLP_VerifyCert", std::to_string(nIndex) + "," + std::to_string(nMsgLen));
+    if (!fake().searched)
+        return QG_NO_MEMORY; // as the service does
     if (result != QG_OK)
         copyText(pszVerifyMsg, static_cast<std::size_t>(nMsgLen), fake().verifyText.c_str());
     return result;

@@ -44,6 +44,7 @@ struct FakeService
     LOADCERTOPT filter = {};             ///< argument of the last CLP_SetType
     std::string verifyText;              ///< what CLP_VerifyCert says when it fails
     std::string memoryCert;              ///< signing certificate of the last CLP_SetMemoryCert
+    bool searched = false;               ///< a "root" search has been made, without which nothing is verified
     bool throwing = false;               ///< CLP_SetType runs out of memory
     int sessions = 0;                    ///< sessions begun and not ended
     int buffers = 0;                     ///< buffers handed out and not given back

@@ -287,6 +287,24 @@ private slots:
         again([](CertViewMainDialog& viewer) { QVERIFY(showsImage(viewer, ":/bmp/image/Cert_Valid.bmp")); });
     }
 
+    void verificationListsTheDrivesFirstWhateverComesOfIt()
+    {
+        for (const int code : {0, 10003}) {
+            service.reset();
+            service.fail("CLP_SearchFileList", code);
+            view(expiredCert("holder"), [](CertViewMainDialog& viewer) {
+                HeardMessages heard;
+                press(viewer, "pushButton_verify");
+                QVERIFY(heard.take().isEmpty());
+                QCOMPARE(viewer.m_nResult, 0);
+            });
+            const auto verified =
+                std::find(service.calls.begin(), service.calls.end(), "CLP_VerifyCert(0,1024)");
+            QVERIFY(verified != service.calls.end());
+            QCOMPARE(QString::fromStdString(*(verified - 1)), QString("CLP_SearchFileList(root,)"));
+        }
+    }
+
     void goodCertificateOfTheOldClassTakesTheOtherState()
     {
         CERTINFO cert = expiredCert("holder");
@@ -301,7 +319,7 @@ private slots:
         QTest::addColumn<QByteArray>("text");
         QTest::newRow("text of the toolkit") << 30090 << QByteArray(revoked);
         QTest::newRow("no text") << 30090 << QByteArray();
-        QTest::newRow("no root search") << 10003 << QByteArray();
+        QTest::newRow("out of memory") << 10003 << QByteArray();
         QTest::newRow("not available") << 10005 << QByteArray();
     }
     void failureWithoutTheMarkerShowsTheTitleAndTheWholeText()
