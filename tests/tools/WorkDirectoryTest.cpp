@@ -12,6 +12,7 @@
 #include "Profile.h"
 #include "TestHome.h"
 #include "samplepki/Der.h"
+#include "toolkit/core/Configuration.h"
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
@@ -174,6 +175,45 @@ TEST_P(Toolkits, ListTheirRootsUnderTheNameThatTheServiceOpens)
         EXPECT_LT(name.size(), 100U);
         EXPECT_LT(address.size(), 100U);
     }
+}
+
+/** What the open toolkit reads out of a text. */
+qgtk::Configuration read(const std::string& text)
+{
+    const fs::path file = TestHome::scratch("configuration") / "toolkit.conf";
+    writeFile(file, text);
+    return qgtk::Configuration::read(file);
+}
+
+/** A text with another value for a key, which must be there with this one. */
+std::string changed(std::string text, const std::string& key, const std::string& value,
+                    const std::string& other)
+{
+    const std::string line = "\n" + key + "=" + value + "\n";
+    const std::size_t place = text.find(line);
+    EXPECT_NE(place, std::string::npos) << line;
+    return place == std::string::npos ? text
+                                      : text.replace(place, line.size(), "\n" + key + "=" + other + "\n");
+}
+
+TEST_P(Toolkits, TellTheOpenToolkitItsTimeLimits)
+{
+    const std::string shipped = readFile(workdir / GetParam().file);
+    EXPECT_EQ(read(shipped).connectSeconds, 5);
+    EXPECT_EQ(read(shipped).totalSeconds, 15);
+    // The same as the defaults: so is each value the one that is read?
+    EXPECT_EQ(read(changed(shipped, "CONNECT_TIMEOUT", "5", "3")).connectSeconds, 3);
+    EXPECT_EQ(read(changed(shipped, "TOTAL_TIMEOUT", "15", "9")).totalSeconds, 9);
+    EXPECT_EQ(read(changed(shipped, "KEY_ITERATIONS", "200000", "7")).keyIterations, 7);
+    EXPECT_EQ(read(changed(shipped, "MAX_ITERATIONS", "5000000", "8")).maxIterations, 8);
+    EXPECT_EQ(read(changed(shipped, "LANGUAGE", "KOR", "ENG")).language, qgtk::Language::English);
+}
+
+TEST_P(Toolkits, NameTheDirectoriesThatTheOpenToolkitAsks)
+{
+    const qgtk::Configuration shipped = read(readFile(workdir / GetParam().file));
+    ASSERT_EQ(shipped.directories.size(), 2U);
+    EXPECT_EQ(shipped.directories[0].url, "ldap://localhost:389");
 }
 
 TEST(LogSettings, AreThereAndOff)
