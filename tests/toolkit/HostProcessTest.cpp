@@ -133,6 +133,25 @@ TEST_P(HostProcess, IsLeftAsItWasFound)
     EXPECT_TRUE(before == HostState());
 }
 
+TEST_P(HostProcess, GetsTheDirectoryLibraryOnlyWhenADirectoryIsAsked)
+{
+    const auto isThere = [] {
+        return readFile("/proc/self/maps").find("/libldap") != std::string::npos;
+    };
+    useLibrary(GetParam(), TestHome::scratch("work").string(), true);
+    const ToolkitLibrary library(GetParam());
+    void* context = nullptr;
+    ASSERT_EQ(library.callBare("API_Init", &context, text(TestHome::scratch("work").string())), 0);
+    EXPECT_FALSE(isThere());
+    BinString data(library);
+    const char* operation =
+        GetParam().prefix == std::string("ZRTK_") ? "ZRAP_GetDataByURL" : "LDAP_GetDataByURL";
+    EXPECT_EQ(library.callBare(operation, context, 1, text("ldap://127.0.0.1:1/c=KR"), &data),
+              number(Code::ServerUnreachable));
+    EXPECT_TRUE(isThere());
+    EXPECT_EQ(library.callBare("API_Finish", context), 0);
+}
+
 TEST_P(HostProcess, OpenSslDefaultContextStaysWithoutTheLegacyProvider)
 {
     ASSERT_FALSE(seedIsInDefaultContext());

@@ -2,27 +2,31 @@
 
 #include <cerrno>
 #include <cstring>
-#include <ldap.h>
-#include <openldap.h>
 
 #include "toolkit/core/Errors.h"
 #include "toolkit/core/Handles.h"
+#include "toolkit/core/LdapLibrary.h"
 #include "toolkit/core/Network.h"
 
 namespace qgtk {
 
 namespace {
 
-inline void endSession(LDAP* session)
-{
+using AddressHandle = Handle<LDAPURLDesc, [](LDAPURLDesc* address) {
+    ldap_free_urldesc(address);
+}>;
+using FilterHandle = Handle<char, [](char* text) {
+    ldap_memfree(text);
+}>;
+using MessageHandle = Handle<LDAPMessage, [](LDAPMessage* message) {
+    ldap_msgfree(message);
+}>;
+using SessionHandle = Handle<LDAP, [](LDAP* session) {
     ldap_unbind_ext(session, nullptr, nullptr);
-}
-
-using AddressHandle = Handle<LDAPURLDesc, ldap_free_urldesc>;
-using FilterHandle = Handle<char, ldap_memfree>;
-using MessageHandle = Handle<LDAPMessage, ldap_msgfree>;
-using SessionHandle = Handle<LDAP, endSession>;
-using ValuesHandle = Handle<berval*, ldap_value_free_len>;
+}>;
+using ValuesHandle = Handle<berval*, [](berval** values) {
+    ldap_value_free_len(values);
+}>;
 
 /** What is looked for. */
 struct Query
@@ -42,7 +46,10 @@ AddressHandle parseAddress(const std::string& url)
     return address;
 }
 
-/** Every option that a configuration file of the process's user could set otherwise, and that matters here.
+/**
+ * libldap reads configuration files of the machine and of the process's user, of the current directory, and
+ * the environment, once a process; a session starts with what these say. What would matter here is set back:
+ * server, search base and encryption are given by ourselves, the connection is made already.
  */
 void setOptions(LDAP* session)
 {
@@ -53,6 +60,8 @@ void setOptions(LDAP* session)
     ldap_set_option(session, LDAP_OPT_DEREF, &none);
     ldap_set_option(session, LDAP_OPT_SIZELIMIT, &none);
     ldap_set_option(session, LDAP_OPT_TIMELIMIT, &none);
+    ldap_set_option(session, LDAP_OPT_TIMEOUT, nullptr);
+    ldap_set_option(session, LDAP_OPT_NETWORK_TIMEOUT, nullptr);
     Sockbuf* buffer = nullptr;
     ldap_get_option(session, LDAP_OPT_SOCKBUF, &buffer);
     ber_len_t most = maxReplyLength;
