@@ -3,6 +3,7 @@
 
 #include "SessionTest.h"
 #include "SystemLog.h"
+#include "Unprivileged.h"
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -112,6 +113,18 @@ TEST_F(Search, PathsThatAreNoFoldersAreToldAsEmpty)
                                     (folder / "loop").string(), "/" + std::string(5000, 'a')})
         EXPECT_EQ(search(path), CLPERR_FOLDER_EMPTY) << path;
     EXPECT_EQ(CLP_SearchFileList(handle, nullptr, nullptr), QG_BAD_ARGUMENT);
+}
+
+TEST_F(Search, FolderThatMayNotBeReadIsToldAsEmpty)
+{
+    ASSERT_EQ(search("root"), 0);
+    fs::permissions(folder, fs::perms::none);
+    {
+        const Unprivileged nobody;
+        EXPECT_EQ(search(folder), CLPERR_FOLDER_EMPTY);
+    }
+    fs::permissions(folder, fs::perms::owner_all);
+    EXPECT_EQ(search(folder), 0);
 }
 
 TEST_F(Search, PathOfFiveThousandBytesIsCutBeforeItIsOpened)

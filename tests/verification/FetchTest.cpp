@@ -9,25 +9,6 @@ using qgtk::Code;
 
 namespace {
 
-void answerWith(int client, const std::string& bytes)
-{
-    std::size_t sent = 0;
-    while (sent < bytes.size()) {
-        const ssize_t count = send(client, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-        if (count <= 0)
-            return;
-        sent += static_cast<std::size_t>(count);
-    }
-    shutdown(client, SHUT_WR);
-}
-
-std::string httpReply(const std::string& body, const std::string& status = "200 OK",
-                      const std::string& more = {})
-{
-    return "HTTP/1.0 " + status + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n" + more +
-           "\r\n" + body;
-}
-
 std::string redirectionTo(const std::string& url)
 {
     return httpReply("", "302 Found", "Location: " + url + "\r\n");
@@ -132,12 +113,37 @@ TEST_P(Fetch, IssuersComeFromTheAddressInTheCertificate)
     EXPECT_EQ(verify(pki.ca.issue(request)), number(Code::IssuerMissing));
 }
 
+TEST_P(Fetch, IssuersComeInAMessageOfSeveralCertificatesToo)
+{
+    const std::string directory = TestHome::scratch("issuers").string();
+    std::string chain;
+    for (const Bytes& der : {pki.root.certificate(), pki.ca.certificate()})
+        chain += pem(der, "CERTIFICATE");
+    writeFile(directory + "/chain.pem", chain);
+    ASSERT_EQ(runProgram({"openssl", "crl2pkcs7", "-nocrl", "-certfile", directory + "/chain.pem", "-outform",
+                          "DER", "-out", directory + "/chain.p7c"}),
+              0);
+    const FileServer files(directory);
+    trust(pki.root.certificate());
+    look(Source::None);
+    Request request = TestPki::leaf();
+    request.issuersUrl = files.url("chain.p7c");
+    EXPECT_EQ(verify(pki.ca.issue(request)), 0) << errorText();
+    EXPECT_EQ(fetch(1, files.url("chain.p7c")), 0);
+    EXPECT_EQ(fetched, pki.root.certificate()) << "the first of them";
+    EXPECT_EQ(fetch(3, files.url("chain.p7c")), number(Code::ReplyDamaged)) << "no list is in it";
+    ASSERT_EQ(
+        runProgram({"openssl", "crl2pkcs7", "-nocrl", "-outform", "DER", "-out", directory + "/none.p7c"}),
+        0);
+    EXPECT_EQ(fetch(1, files.url("none.p7c")), number(Code::ReplyDamaged)) << "nothing is in it";
+}
+
 TEST_P(Fetch, RedirectionsLeadToHttpAlone)
 {
     const Bytes certificate = pki.root.certificate();
-    const RawServer target([&](int client) { answerWith(client, httpReply(certificate)); });
+    const RawServer target([&](int client) { answerAndEnd(client, httpReply(certificate)); });
     const auto redirected = [&](const std::string& url) {
-        const RawServer first([&](int client) { answerWith(client, redirectionTo(url)); });
+        const RawServer first([&](int client) { answerAndEnd(client, redirectionTo(url)); });
         return fetch(1, first.url("http") + "/a");
     };
     EXPECT_EQ(redirected(target.url("http") + "/b"), 0) << errorText();
@@ -148,10 +154,37 @@ TEST_P(Fetch, RedirectionsLeadToHttpAlone)
     EXPECT_EQ(redirected("/again"), number(Code::ServerRefused)) << "round and round";
 }
 
+TEST_P(Fetch, RepliesOfAHundredMebibytesAreNotReadToTheirEnd)
+{
+    constexpr int mebibytes = 100;
+    int sent = 0;
+    const auto send = [&](int client, const std::string& head) {
+        const std::string part(1 << 20, '\0');
+        sent = 0;
+        for (bool taken = answerWith(client, head); taken && sent < mebibytes; ++sent)
+            taken = answerWith(client, part);
+    };
+    const std::string objectHead = hugeObject.substr(0, 6);
+    for (const std::string& head : {"HTTP/1.0 200 OK\r\n\r\n" + objectHead,
+                                    "HTTP/1.0 200 OK\r\nContent-Length: 104857606\r\n\r\n" + objectHead,
+                                    std::string("HTTP/1.0 200 OK\r\n\r\n") + "no object at all"}) {
+        {
+            const RawServer server([&](int client) { send(client, head); });
+            EXPECT_NE(fetch(3, server.url("http") + "/x"), 0);
+        }
+        EXPECT_LT(sent, mebibytes) << head;
+    }
+    {
+        const RawServer server([&](int client) { send(client, objectHead); });
+        EXPECT_EQ(fetch(3, server.url("ldap") + "/o=x"), number(Code::ReplyTooLarge)) << errorText();
+    }
+    EXPECT_LT(sent, mebibytes);
+}
+
 TEST_P(Fetch, RepliesBeyondTheLimitAreNotRead)
 {
-    const RawServer http([](int client) { answerWith(client, httpReply(hugeObject)); });
-    const RawServer ldap([](int client) { answerWith(client, hugeObject); });
+    const RawServer http([](int client) { answerAndEnd(client, httpReply(hugeObject)); });
+    const RawServer ldap([](int client) { answerAndEnd(client, hugeObject); });
     EXPECT_EQ(fetch(3, http.url("http") + "/x"), number(Code::ReplyTooLarge)) << errorText();
     EXPECT_EQ(fetch(3, ldap.url("ldap") + "/o=x"), number(Code::ReplyTooLarge)) << errorText();
 }
@@ -160,7 +193,7 @@ TEST_P(Fetch, RepliesOfAnotherKindAreRefused)
 {
     for (const std::string& body : {std::string("<html>"), std::string(), samplepki::fromHex("3000"),
                                     pki.root.certificate() + "more"}) {
-        const RawServer server([&](int client) { answerWith(client, httpReply(body)); });
+        const RawServer server([&](int client) { answerAndEnd(client, httpReply(body)); });
         const int code = fetch(1, server.url("http") + "/x");
         EXPECT_TRUE(code == number(Code::ReplyDamaged) || code == number(Code::ServerRefused)) << errorText();
         EXPECT_EQ(fetched, "");

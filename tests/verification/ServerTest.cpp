@@ -1,88 +1,13 @@
 #include <sys/socket.h>
 
-#include "Servers.h"
-#include "VerificationTest.h"
+#include "PublishedPki.h"
 
 using namespace samplepki;
 using qgtk::Code;
 using testing::HasSubstr;
 
-namespace {
-
-constexpr const char* caList = "ca.crl";
-constexpr const char* rootList = "root.crl";
-
-/** The "openssl ca" index of one certificate: V good, R revoked. */
-std::string indexOf(const std::string& serial, bool revoked)
-{
-    return std::string(revoked ? "R" : "V") + "\t400101000000Z\t" +
-           (revoked ? "260101000000Z,keyCompromise" : "") + "\t" + serial + "\tunknown\t/CN=x\n";
-}
-
-void answerWith(int client, const std::string& bytes)
-{
-    std::size_t sent = 0;
-    while (sent < bytes.size()) {
-        const ssize_t count = send(client, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-        if (count <= 0)
-            return;
-        sent += static_cast<std::size_t>(count);
-    }
-}
-
-} // namespace
-
-/** A root and an authority whose lists are files of an HTTP server. */
-class Server : public VerificationTest
-{
-protected:
-    void SetUp() override
-    {
-        restartWith("CONNECT_TIMEOUT=1\nTOTAL_TIMEOUT=2\nLANGUAGE=ENG");
-        publish(rootList, pki.root.revocationList());
-        authority();
-        publish(caList, m_ca->revocationList());
-    }
-
-    void publish(const std::string& file, const Bytes& bytes) { writeFile(directory + "/" + file, bytes); }
-
-    /** Trusts the root and looks at lists unless told otherwise. */
-    void prepare(Source source = Source::Crl, bool wholeChain = true)
-    {
-        trust(pki.root.certificate());
-        know(authority());
-        look(source, wholeChain);
-    }
-
-    /** The authority's certificate with an address for the root's list. */
-    Bytes authority()
-    {
-        Request request{.subject = nameFromText(caName), .key = testKey(1), .serial = "2"};
-        request.validity = Validity::days(-5, 5);
-        request.crlPoints = {files.url(rootList)};
-        return ca(request);
-    }
-
-    Bytes ca(Request request)
-    {
-        m_ca = pki.root.intermediate(request);
-        return m_ca->certificate();
-    }
-
-    /** A leaf of that authority with an address for its list. */
-    Bytes leaf(const std::string& listUrl, const std::string& ocspUrl = {})
-    {
-        Request request = TestPki::leaf();
-        request.crlPoints = {listUrl};
-        request.ocspUrl = ocspUrl;
-        return m_ca->issue(request);
-    }
-
-    TestPki pki;
-    const std::string directory = TestHome::scratch("lists").string();
-    FileServer files{directory};
-    std::optional<Authority> m_ca;
-};
+class Server : public PublishedPki
+{};
 INSTANTIATE_BOTH_SIDES(Server);
 
 TEST_P(Server, ListsGiveTheVerdict)
@@ -157,6 +82,40 @@ TEST_P(Server, RespondersGiveTheVerdict)
     EXPECT_EQ(verify(leaf(files.url(caList), unknown.url())), number(Code::OcspUnknown)) << errorText();
     EXPECT_EQ(verify(leaf(files.url(caList), untrusted.url())), number(Code::OcspUntrusted)) << errorText();
     EXPECT_EQ(verify(leaf(files.url(caList))), number(Code::OcspMissing)) << errorText();
+}
+
+TEST_P(Server, ServersThatDripEndWithTheTimeLimit)
+{
+    prepare();
+    const std::string head = "HTTP/1.0 200 OK\r\nContent-Length: 100005\r\n\r\n" + fromHex("30830186a0");
+    const RawServer http([&](int client) {
+        answerWith(client, head);
+        drip(client);
+    });
+    const RawServer ldap([](int client) {
+        answerWith(client, fromHex("30830186a0"));
+        drip(client);
+    });
+    const RawServer slowHead([](int client) { drip(client); });
+    const auto start = std::chrono::steady_clock::now();
+    for (const std::string& url : {http.url("http"), ldap.url("ldap"), slowHead.url("http")}) {
+        EXPECT_EQ(verify(leaf(url + "/o=x")), number(Code::ServerTimeout)) << url;
+        EXPECT_THAT(errorText(), HasSubstr("<wrenlib>The server does not answer in time (1402): cn=Hong"));
+    }
+    // The limit is 2 s each; without one the drops would go on for hours.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::minutes(1));
+}
+
+TEST_P(Server, AllThatOneVerificationAsksHasOneLimit)
+{
+    prepare();
+    const RawServer silent([](int) {});
+    Request request = TestPki::leaf();
+    for (int i = 0; i < 50; ++i)
+        request.crlPoints.push_back(silent.url("http") + "/" + std::to_string(i));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(verify(m_ca->issue(request)), number(Code::ServerTimeout));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30)) << "50 times 2 s otherwise";
 }
 
 TEST_P(Server, ServersThatDoNotServeAreTold)

@@ -3,7 +3,9 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <fstream>
+#include <map>
 #include <poll.h>
+#include <set>
 #include <signal.h>
 #include <spawn.h>
 #include <sstream>
@@ -57,16 +59,44 @@ bool isListenedAt(int port)
     return false;
 }
 
+/** The structural class of an entry by the attribute that names it. */
+std::string classOf(const std::string& name)
+{
+    static const std::map<std::string, std::string> classes{
+        {"c=", "country"}, {"o=", "organization"}, {"ou", "organizationalUnit"}};
+    const auto found = classes.find(name.substr(0, 2));
+    return found == classes.end() ? "applicationProcess" : found->second;
+}
+
 std::string ldif(const Entry& entry)
 {
-    std::string text =
-        "dn: " + entry.name + "\nobjectClass: extensibleObject\nobjectClass: applicationProcess\n";
-    if (!entry.name.starts_with("cn="))
-        text = "dn: " + entry.name + "\nobjectClass: organization\n";
+    std::string text = "dn: " + entry.name + "\n";
+    for (const std::string& name : entry.classes.empty() ? std::vector{classOf(entry.name)} : entry.classes)
+        text += "objectClass: " + name + "\n";
+    text += "objectClass: extensibleObject\n";
     for (const auto& [attribute, value] : entry.values)
         text +=
             attribute + ":: " + std::string(qgtk::textOf(qgtk::base64Encode(qgtk::bytesOf(value)))) + "\n";
     return text + "\n";
+}
+
+/** The entries behind those that stand above them, each once. */
+std::vector<Entry> withParents(const std::vector<Entry>& entries)
+{
+    std::vector<Entry> all;
+    std::set<std::string> made;
+    for (const Entry& entry : entries)
+        made.insert(entry.name);
+    for (const Entry& entry : entries) {
+        std::vector<Entry> above;
+        for (std::size_t comma = entry.name.find(','); comma != std::string::npos;
+             comma = entry.name.find(',', comma + 1))
+            if (made.insert(entry.name.substr(comma + 1)).second)
+                above.insert(above.begin(), Entry{entry.name.substr(comma + 1), {}});
+        all.insert(all.end(), above.begin(), above.end());
+    }
+    all.insert(all.end(), entries.begin(), entries.end());
+    return all;
 }
 
 std::vector<std::string> responderCommand(const std::string& index, const samplepki::Bytes& issuer,
@@ -124,20 +154,22 @@ int freePort()
     return port;
 }
 
-DirectoryServer::DirectoryServer(const std::vector<Entry>& entries) : m_program(prepare(entries), port) {}
+DirectoryServer::DirectoryServer(const std::vector<Entry>& entries, int at)
+    : port(at), m_program(prepare(entries), port)
+{}
 
 std::vector<std::string> DirectoryServer::prepare(const std::vector<Entry>& entries) const
 {
     const std::string directory = TestHome::scratch("directory" + std::to_string(port)).string();
     const std::string configuration = directory + "/slapd.conf";
-    std::string text = ldif({"o=Sample,c=KR", {{"o", "Sample"}}});
-    for (const Entry& entry : entries)
+    std::string text;
+    for (const Entry& entry : withParents(entries))
         text += ldif(entry);
     writeFile(directory + "/data.ldif", text);
     writeFile(directory + "/db/keep", "");
     writeFile(configuration,
               "include /etc/ldap/schema/core.schema\nmodulepath /usr/lib/ldap\nmoduleload back_mdb\n"
-              "database mdb\nsuffix \"o=Sample,c=KR\"\ndirectory " +
+              "database mdb\nsuffix \"c=KR\"\ndirectory " +
                   directory + "/db\n");
     if (runProgram({"/usr/sbin/slapadd", "-f", configuration, "-l", directory + "/data.ldif"}) != 0)
         throw std::runtime_error("slapadd refused " + directory + "/data.ldif");
@@ -174,7 +206,59 @@ void RawServer::serve()
          client = accept(m_listener, nullptr, nullptr)) {
         char request[4096];
         m_open.push_back(client); // stays open: a client that gives up is the client's own doing
-        if (recv(client, request, sizeof(request), 0) > 0)
+        if (recv(client, request, sizeof(request), MSG_PEEK) > 0)
             m_answer(client);
     }
+}
+
+bool answerWith(int client, const std::string& bytes)
+{
+    std::size_t sent = 0;
+    while (sent < bytes.size()) {
+        const ssize_t count = send(client, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+        if (count <= 0)
+            return false;
+        sent += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
+void answerAndEnd(int client, const std::string& bytes)
+{
+    answerWith(client, bytes);
+    shutdown(client, SHUT_WR);
+}
+
+void drip(int client)
+{
+    constexpr int pauseMilliseconds = 50;
+    pollfd gone{client, POLLRDHUP, 0};
+    while (poll(&gone, 1, pauseMilliseconds) == 0)
+        if (!answerWith(client, "0"))
+            return;
+}
+
+std::string httpReply(const std::string& body, const std::string& status, const std::string& more)
+{
+    return "HTTP/1.0 " + status + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n" + more +
+           "\r\n" + body;
+}
+
+std::string readHttpBody(int client)
+{
+    const std::string lengthField = "Content-Length: ";
+    std::string request;
+    std::size_t wanted = std::string::npos;
+    char buffer[4096];
+    while (request.size() < wanted) {
+        const ssize_t count = recv(client, buffer, sizeof(buffer), 0);
+        if (count <= 0)
+            return {};
+        request.append(buffer, static_cast<std::size_t>(count));
+        const std::size_t head = request.find("\r\n\r\n");
+        const std::size_t length = request.find(lengthField);
+        if (head != std::string::npos && length < head)
+            wanted = head + 4 + std::stoul(request.substr(length + lengthField.size()));
+    }
+    return request.substr(request.find("\r\n\r\n") + 4);
 }

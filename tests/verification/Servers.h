@@ -30,18 +30,20 @@ struct Entry
 {
     std::string name;
     std::vector<std::pair<std::string, samplepki::Bytes>> values;
+    std::vector<std::string> classes = {}; /**< none: by the attribute that names it */
 };
 
-/** OpenLDAP's server over entries below "o=Sample,c=KR". */
+/** OpenLDAP's server over entries below "c=KR"; those above them are made. */
 class DirectoryServer
 {
 public:
-    explicit DirectoryServer(const std::vector<Entry>& entries);
+    explicit DirectoryServer(const std::vector<Entry>& entries, int at = freePort());
 
     /** "ldap://127.0.0.1:<port>". */
-    std::string url() const { return "ldap://127.0.0.1:" + std::to_string(port); }
+    std::string url() const { return urlAt(port); }
+    static std::string urlAt(int port) { return "ldap://127.0.0.1:" + std::to_string(port); }
 
-    const int port = freePort();
+    const int port;
 
 private:
     std::vector<std::string> prepare(const std::vector<Entry>& entries) const;
@@ -85,7 +87,10 @@ private:
 class RawServer
 {
 public:
-    /** The function gets the connected socket once the client has sent something; it may write and return. */
+    /**
+     * The function gets the connected socket once the client has sent something; it may read that, write and
+     * return.
+     */
     explicit RawServer(std::function<void(int)> answer);
     ~RawServer();
     RawServer(const RawServer&) = delete;
@@ -106,3 +111,19 @@ private:
     std::vector<int> m_open;
     std::thread m_thread;
 };
+
+/** Sends bytes as far as the client takes them; false when it does not take all. */
+bool answerWith(int client, const std::string& bytes);
+
+/** The same, and nothing more will come. */
+void answerAndEnd(int client, const std::string& bytes);
+
+/** Sends a byte whenever some time has passed, until the client is gone. */
+void drip(int client);
+
+/** An HTTP reply with its length. */
+std::string httpReply(const std::string& body, const std::string& status = "200 OK",
+                      const std::string& more = {});
+
+/** Reads a whole HTTP request; the result is its body. */
+std::string readHttpBody(int client);

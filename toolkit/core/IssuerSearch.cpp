@@ -50,8 +50,10 @@ bool IssuerSearch::ask(const std::string& url)
     try {
         for (const Bytes& der : m_servers.network.fetch(url, ObjectKind::AuthorityCertificate))
             added = add(der) || added;
-    } catch (const Failure&) {
+    } catch (const Failure& failure) {
         // Another place may know; when none does, the issuer is missing.
+        if (failure.code() == Code::ServerTimeout && m_stalledServer.empty())
+            m_stalledServer = failure.detail();
     }
     return added;
 }

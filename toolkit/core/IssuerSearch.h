@@ -23,6 +23,9 @@ public:
      */
     bool find(X509* certificate);
 
+    /** The address of the server that let the time run out; empty when none did. */
+    const std::string& stalledServer() const { return m_stalledServer; }
+
     /** Takes a certificate out for good. False when it is not among them. */
     bool setAside(X509* certificate);
 
@@ -37,6 +40,7 @@ private:
     ServerAccess& m_servers;
     X509Stack m_pool;
     std::set<Bytes> m_seen;
+    std::string m_stalledServer;
 };
 
 /** Addresses "ldap://host:port" of directories: those of a certificate's revocation lists, then the

@@ -1,14 +1,18 @@
 #include "toolkit/core/Network.h"
 
+#include <openssl/pkcs7.h>
 #include <strings.h>
 
 #include "toolkit/core/Certificate.h"
 #include "toolkit/core/Directory.h"
 #include "toolkit/core/Http.h"
+#include "toolkit/core/X509Objects.h"
 
 namespace qgtk {
 
 namespace {
+
+using MessageHandle = Handle<PKCS7, PKCS7_free>;
 
 bool hasScheme(const std::string& url, const char* scheme)
 {
@@ -42,6 +46,28 @@ bool isOfKind(ByteView der, ObjectKind kind)
     }
 }
 
+/**
+ * The certificates of a reply that is one, or the message of signed data without a signer in which
+ * authorities publish several (RFC 5280, section 4.2.2.1).
+ */
+std::vector<Bytes> certificatesOf(Bytes reply)
+{
+    const auto message = decodeDer<MessageHandle>(d2i_PKCS7, reply);
+    if (!message || !PKCS7_type_is_signed(message.get()) || !message->d.sign)
+        return {std::move(reply)};
+    std::vector<Bytes> certificates;
+    for (int i = 0; i < sk_X509_num(message->d.sign->cert); ++i)
+        certificates.push_back(derOf(sk_X509_value(message->d.sign->cert, i)));
+    return certificates;
+}
+
+std::vector<Bytes> objectsOf(Bytes reply, ObjectKind kind)
+{
+    if (kind == ObjectKind::AuthorityCertificate)
+        return certificatesOf(std::move(reply));
+    return {std::move(reply)};
+}
+
 } // namespace
 
 ObjectKind objectKindOf(int dataType)
@@ -71,7 +97,7 @@ std::vector<Bytes> Network::fetchAnew(const std::string& url, ObjectKind kind)
     if (hasScheme(url, "ldap"))
         objects = readDirectory(url, attributeOf(kind), false, m_deadline, m_connectSeconds);
     else if (hasScheme(url, "http"))
-        objects.push_back(httpGet(url, m_deadline, m_connectSeconds));
+        objects = objectsOf(httpGet(url, m_deadline, m_connectSeconds), kind);
     else
         throw Failure(Code::UrlRefused);
     std::erase_if(objects, [&](const Bytes& der) { return !isOfKind(der, kind); });

@@ -14,6 +14,9 @@ using ResponseHandle = Handle<OCSP_RESPONSE, OCSP_RESPONSE_free>;
 /** Answers may be so many seconds from another clock's future or past. */
 constexpr long clockSkew = 300;
 
+/** Seconds for which an answer holds that says neither how long it does nor what it was asked. */
+constexpr long longestSilence = 86'400;
+
 /** OpenSSL's status functions know the default context alone: it is the toolkit's for a while, on this
  * thread. */
 class OwnContext
@@ -61,8 +64,11 @@ AnswerHandle openResponse(ByteView der)
     return answer;
 }
 
-/** Signature, the signer's right to answer, and that the answer is one to this request. */
-void checkAnswer(Context& context, const X509Stack& path, OCSP_REQUEST* request, OCSP_BASICRESP* answer)
+/**
+ * Signature, the signer's right to answer, and that the answer is no one else's. Whether it was made for this
+ * very request: a responder that leaves the nonce out answers from its store.
+ */
+bool checkAnswer(Context& context, const X509Stack& path, OCSP_REQUEST* request, OCSP_BASICRESP* answer)
 {
     // The path is trusted by now; its own certificates are the anchors of the answer's signer.
     const auto store = owned<StoreHandle>(X509_STORE_new());
@@ -73,12 +79,14 @@ void checkAnswer(Context& context, const X509Stack& path, OCSP_REQUEST* request,
     if (context.verifySettings.time)
         X509_VERIFY_PARAM_set_time(parameters, *context.verifySettings.time);
     require(OCSP_basic_verify(answer, path.get(), store.get(), 0) == 1, Code::OcspUntrusted);
-    // A responder that leaves the nonce out answers from its store; the times limit those answers.
     constexpr int differs = 0;
-    require(OCSP_check_nonce(request, answer) != differs, Code::OcspUntrusted);
+    constexpr int equals = 1;
+    const int nonce = OCSP_check_nonce(request, answer);
+    require(nonce != differs, Code::OcspUntrusted);
+    return nonce == equals;
 }
 
-void readStatus(OCSP_BASICRESP* basic, OCSP_CERTID* id, OcspAnswer& answer)
+void readStatus(OCSP_BASICRESP* basic, OCSP_CERTID* id, bool isFresh, OcspAnswer& answer)
 {
     int status = V_OCSP_CERTSTATUS_UNKNOWN;
     int reason = -1;
@@ -87,7 +95,8 @@ void readStatus(OCSP_BASICRESP* basic, OCSP_CERTID* id, OcspAnswer& answer)
     ASN1_GENERALIZEDTIME* until = nullptr;
     require(OCSP_resp_find_status(basic, id, &status, &reason, &revoked, &from, &until) == 1,
             Code::OcspUnknown);
-    require(OCSP_check_validity(from, until, clockSkew, -1) == 1, Code::OcspOutdated);
+    const long mostAge = isFresh || until ? -1 : longestSilence;
+    require(OCSP_check_validity(from, until, clockSkew, mostAge) == 1, Code::OcspOutdated);
     require(status != V_OCSP_CERTSTATUS_UNKNOWN, Code::OcspUnknown);
     if (status == V_OCSP_CERTSTATUS_GOOD)
         return;
@@ -104,11 +113,11 @@ void ask(Context& context, Network& network, const X509Stack& path, int place, c
     const RequestHandle request = makeRequest(context.crypto(), id.get(), signer);
     const auto der = encodeDer<Bytes>(i2d_OCSP_REQUEST, request.get());
     const AnswerHandle basic = openResponse(network.post(url, "application/ocsp-request", der));
-    checkAnswer(context, path, request.get(), basic.get());
+    const bool isFresh = checkAnswer(context, path, request.get(), basic.get());
     X509* responder = nullptr;
     if (OCSP_resp_get0_signer(basic.get(), &responder, path.get()) == 1)
         answer.responder = derOf(responder);
-    readStatus(basic.get(), id.get(), answer);
+    readStatus(basic.get(), id.get(), isFresh, answer);
 }
 
 } // namespace

@@ -9,14 +9,16 @@ namespace {
 
 using ReasonHandle = Handle<ASN1_ENUMERATED, ASN1_ENUMERATED_free>;
 
-/** The certificate's own addresses; without one, its issuer's entry in the configured directories. */
+/** The addresses that the certificate gives, and the directory entries that it names; else its issuer's. */
 std::vector<std::string> placesFor(X509* certificate, const ServerAccess& servers)
 {
     std::vector<std::string> places = crlUrls(certificate);
-    if (!places.empty())
-        return places;
+    std::vector<std::string> entries = crlEntries(certificate);
+    if (places.empty() && entries.empty())
+        entries.push_back(issuerDirectoryName(certificate));
     for (const std::string& server : directoriesFor(certificate, servers))
-        places.push_back(server + "/" + addressForm(issuerDirectoryName(certificate)));
+        for (const std::string& entry : entries)
+            places.push_back(server + "/" + addressForm(entry));
     return places;
 }
 

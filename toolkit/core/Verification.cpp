@@ -7,6 +7,15 @@ namespace qgtk {
 
 namespace {
 
+/** The verdict. Where an issuer lacks and a server let the time run out, that is what is wrong. */
+Failure verdictOf(Context& context, const IssuerSearch& issuers, const PathFailure& failure)
+{
+    if (!failure.lacksIssuer() || issuers.stalledServer().empty())
+        return failure.failure(context.charset());
+    return failureOf(Code::ServerTimeout, failure.certificate.get(), context.charset(),
+                     issuers.stalledServer());
+}
+
 /** Finds a valid path: what OpenSSL refuses is tried again with the issuers that servers have, with issuers
  * told apart by their keys, and without what stood in the way. The first failure is the verdict. */
 X509Stack findPath(Context& context, IssuerSearch& issuers, PathRun run)
@@ -29,7 +38,7 @@ X509Stack findPath(Context& context, IssuerSearch& issuers, PathRun run)
             first = std::move(failure);
         if (!std::exchange(run.matchKeys, true) || issuers.setAside(kept.get()))
             continue;
-        throw first->failure(context.charset());
+        throw verdictOf(context, issuers, *first);
     }
 }
 

@@ -24,6 +24,17 @@ H decodeIn(const Crypto& crypto, ByteView der, New create, D2i decode, Code fail
     return decoded;
 }
 
+/** A name as directories take it. */
+std::string directoryForm(const X509_NAME* name)
+{
+    const auto memory = owned<MemoryHandle>(BIO_new(BIO_s_mem()));
+    constexpr unsigned long form = XN_FLAG_RFC2253 & ~ASN1_STRFLGS_ESC_MSB;
+    X509_NAME_print_ex(memory.get(), name, 0, form);
+    const char* text = nullptr;
+    const long length = BIO_get_mem_data(memory.get(), &text);
+    return {text, static_cast<std::size_t>(length)};
+}
+
 /** Appends the address when the name is one. */
 void appendUrl(std::vector<std::string>& urls, const GENERAL_NAME* name)
 {
@@ -31,6 +42,32 @@ void appendUrl(std::vector<std::string>& urls, const GENERAL_NAME* name)
     const auto* value = static_cast<const ASN1_STRING*>(GENERAL_NAME_get0_value(name, &type));
     if (type == GEN_URI)
         urls.emplace_back(textOf(contentOf(value)));
+}
+
+/** Appends the name of a directory's entry when it is one. */
+void appendEntry(std::vector<std::string>& entries, const GENERAL_NAME* name)
+{
+    int type = -1;
+    const void* value = GENERAL_NAME_get0_value(name, &type);
+    if (type == GEN_DIRNAME)
+        entries.push_back(directoryForm(static_cast<const X509_NAME*>(value)));
+}
+
+/** Calls append(places, name) for each full name of the points where revocation lists are. */
+template <typename Append>
+std::vector<std::string> crlPlaces(X509* certificate, Append append)
+{
+    std::vector<std::string> places;
+    const PointsHandle points(static_cast<CRL_DIST_POINTS*>(
+        X509_get_ext_d2i(certificate, NID_crl_distribution_points, nullptr, nullptr)));
+    for (int i = 0; i < sk_DIST_POINT_num(points.get()); ++i) {
+        const DIST_POINT_NAME* point = sk_DIST_POINT_value(points.get(), i)->distpoint;
+        if (!point || point->type != 0)
+            continue;
+        for (int k = 0; k < sk_GENERAL_NAME_num(point->name.fullname); ++k)
+            append(places, sk_GENERAL_NAME_value(point->name.fullname, k));
+    }
+    return places;
 }
 
 } // namespace
@@ -69,12 +106,7 @@ std::string subjectText(const X509* certificate, Charset& charset)
 
 std::string issuerDirectoryName(const X509* certificate)
 {
-    const auto memory = owned<MemoryHandle>(BIO_new(BIO_s_mem()));
-    constexpr unsigned long form = XN_FLAG_RFC2253 & ~ASN1_STRFLGS_ESC_MSB;
-    X509_NAME_print_ex(memory.get(), X509_get_issuer_name(certificate), 0, form);
-    const char* text = nullptr;
-    const long length = BIO_get_mem_data(memory.get(), &text);
-    return {text, static_cast<std::size_t>(length)};
+    return directoryForm(X509_get_issuer_name(certificate));
 }
 
 std::vector<std::string> serviceUrls(X509* certificate, int kind)
@@ -92,17 +124,12 @@ std::vector<std::string> serviceUrls(X509* certificate, int kind)
 
 std::vector<std::string> crlUrls(X509* certificate)
 {
-    std::vector<std::string> urls;
-    const PointsHandle points(static_cast<CRL_DIST_POINTS*>(
-        X509_get_ext_d2i(certificate, NID_crl_distribution_points, nullptr, nullptr)));
-    for (int i = 0; i < sk_DIST_POINT_num(points.get()); ++i) {
-        const DIST_POINT_NAME* place = sk_DIST_POINT_value(points.get(), i)->distpoint;
-        if (!place || place->type != 0)
-            continue;
-        for (int k = 0; k < sk_GENERAL_NAME_num(place->name.fullname); ++k)
-            appendUrl(urls, sk_GENERAL_NAME_value(place->name.fullname, k));
-    }
-    return urls;
+    return crlPlaces(certificate, appendUrl);
+}
+
+std::vector<std::string> crlEntries(X509* certificate)
+{
+    return crlPlaces(certificate, appendEntry);
 }
 
 bool isAuthority(X509* certificate)

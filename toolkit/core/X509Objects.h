@@ -46,6 +46,9 @@ std::vector<std::string> serviceUrls(X509* certificate, int kind);
 /** Addresses of the revocation lists, in the certificate's order; none for a damaged extension. */
 std::vector<std::string> crlUrls(X509* certificate);
 
+/** Names of directory entries that have the revocation lists, in the form of issuerDirectoryName. */
+std::vector<std::string> crlEntries(X509* certificate);
+
 /** Whether the certificate may be an issuer. */
 bool isAuthority(X509* certificate);
 
