@@ -1,11 +1,9 @@
 // From the host's call to a list that the user can see.
 
+#include "Painted.h"
 #include "Session.h"
 
-#include <QApplication>
 #include <QDialog>
-#include <QEvent>
-#include <QTimer>
 #include <benchmark/benchmark.h>
 #include <memory>
 #include <quillgate/certlist.h>
@@ -13,32 +11,10 @@
 
 namespace {
 
-/** Closes the modal dialog once a widget of the given object name has painted itself. */
-class CloseWhenPainted : public QObject
-{
-public:
-    explicit CloseWhenPainted(QString name) : m_name(std::move(name)) { qApp->installEventFilter(this); }
-
-    bool eventFilter(QObject* object, QEvent* event) override
-    {
-        const bool wanted =
-            object->objectName() == m_name || (object->parent() && object->parent()->objectName() == m_name);
-        if (event->type() == QEvent::Paint && wanted)
-            QTimer::singleShot(0, [] {
-                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-                    dialog->reject();
-            });
-        return false;
-    }
-
-private:
-    QString m_name;
-};
-
 void FloorDialog(benchmark::State& state)
 {
     useHomeOf(state.range(0));
-    const CloseWhenPainted closer("empty");
+    const WhenPainted closer("empty", closeDialog);
     const std::filesystem::path work = workDirectory("work");
     for (auto _ : state) {
         QDialog dialog;
@@ -53,7 +29,7 @@ void FloorDialog(benchmark::State& state)
 void Dialog(benchmark::State& state)
 {
     useHomeOf(state.range(0));
-    const CloseWhenPainted closer("tableView_certlist");
+    const WhenPainted closer("tableView_certlist", closeDialog);
     const auto init = std::make_unique<INITOPT>();
     workDirectory("work").string().copy(init->szWorkDir, sizeof init->szWorkDir - 1);
     init->nLanguage = 1;

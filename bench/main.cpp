@@ -27,9 +27,12 @@ std::vector<Ratio> ratios()
         {"CRYPTHashFile, SHA-256, 100 MiB / bare OpenSSL", "HashFile", "FloorHashFile", 1.05},
         {"CRYPTEncryptFile, AES-256, 100 MiB / bare OpenSSL", "EncryptFile", "FloorEncryptFile", 1.05},
         {"CRYPTHash of 1 KiB and its release / EVP_Digest", "Hash", "FloorHash", 0},
+        {"CertVerify of leaf, CA and root / bare parse and X509_verify_cert", "Verify", "FloorVerify", 1.3},
         {"dialog with 10, to painted / empty dialog and list", "Dialog/10", "FloorDialog/10", 1.5},
         {"dialog with 100", "Dialog/100", "FloorDialog/100", 1.5},
         {"dialog with 1,000", "Dialog/1000", "FloorDialog/1000", 1.5},
+        {"viewer, double click to painted / empty dialog", "Viewer/manual_time", "FloorViewer/manual_time",
+         1.5},
     };
 }
 

@@ -44,6 +44,8 @@ Bytes answerGood(const Bytes& request, const StatusAnswer& answer)
     OCSP_basic_add1_status(basic.get(), id, V_OCSP_CERTSTATUS_GOOD, 0, nullptr, from.get(), until.get());
     if (answer.repeatsNonce)
         OCSP_copy_nonce(basic.get(), asked.get());
+    if (answer.hasOwnNonce)
+        OCSP_basic_add1_nonce(basic.get(), nullptr, -1);
     OCSP_basic_sign(basic.get(), signer.get(), answer.key.get(), EVP_sha256(), nullptr, 0);
     const ResponseHandle response(OCSP_response_create(OCSP_RESPONSE_STATUS_SUCCESSFUL, basic.get()));
     const auto der = qgtk::encodeDer<qgtk::Bytes>(i2d_OCSP_RESPONSE, response.get());

@@ -13,6 +13,7 @@ struct StatusAnswer
     std::time_t from = std::time(nullptr);
     std::optional<std::time_t> until = {}; /**< none: the answer does not say how long it holds */
     bool repeatsNonce = true;
+    bool hasOwnNonce = false;  /**< one that the request does not have */
     bool aboutAnother = false; /**< about another certificate than it was asked */
 };
 

@@ -117,6 +117,10 @@ TEST_P(Status, AnswersAreBelievedOfTheIssuerAndOfItsDelegateAlone)
     responder.answer = {m_ca->certificate(), testKey(5)};
     EXPECT_NE(verify(certificate), 0) << "signed by another key in the issuer's name";
     responder.answer = byAuthority();
+    responder.answer.repeatsNonce = false;
+    responder.answer.hasOwnNonce = true;
+    EXPECT_EQ(verify(certificate), number(Code::OcspUntrusted)) << "made for another request";
+    responder.answer = byAuthority();
     responder.answer.aboutAnother = true;
     EXPECT_EQ(verify(certificate), number(Code::OcspUnknown));
     EXPECT_THAT(errorText(),
