@@ -3,8 +3,14 @@
 #include "Painted.h"
 #include "Session.h"
 
+#include <QLabel>
+#include <QListView>
 #include <QMouseEvent>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QTabWidget>
 #include <QTableView>
+#include <QTextEdit>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <memory>
@@ -37,6 +43,39 @@ void FloorViewer(benchmark::State& state)
         QDialog dialog;
         dialog.setObjectName("empty");
         dialog.setFixedSize(350, 408);
+        dialog.exec();
+    });
+}
+
+/** What any program must pay for the viewer's widgets, with texts that are there already. */
+void FloorViewerWidgets(benchmark::State& state)
+{
+    constexpr int labels = 15;
+    constexpr int rows = 16;
+    const QString text = QStringLiteral("홍길동 2025-01-01 00:00:00");
+    untilPainted(state, "empty", [&] {
+        QDialog dialog;
+        dialog.setObjectName("empty");
+        dialog.setFixedSize(350, 408);
+        QTabWidget tabs(&dialog);
+        tabs.setGeometry(10, 10, 331, 346);
+        QWidget summary;
+        QWidget details;
+        tabs.addTab(&summary, text);
+        tabs.addTab(&details, text);
+        for (int i = 0; i < labels; ++i)
+            (new QLabel(text, &summary))->setGeometry(10 + i % 2 * 150, 10 + i * 20, 150, 16);
+        (new QListView(&summary))->setGeometry(180, 10, 131, 41);
+        QStandardItemModel model;
+        for (int row = 0; row < rows; ++row)
+            model.appendRow({new QStandardItem(text), new QStandardItem(text)});
+        QTableView table(&details);
+        table.setGeometry(10, 10, 311, 221);
+        table.setModel(&model);
+        QTextEdit box(&details);
+        box.setGeometry(10, 240, 311, 71);
+        (new QPushButton(text, &dialog))->setGeometry(10, 360, 162, 41);
+        (new QPushButton(text, &dialog))->setGeometry(180, 360, 162, 41);
         dialog.exec();
     });
 }
@@ -81,6 +120,7 @@ void Viewer(benchmark::State& state)
 }
 
 BENCHMARK(FloorViewer)->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(FloorViewerWidgets)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(Viewer)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -31,8 +31,8 @@ std::vector<Ratio> ratios()
         {"dialog with 10, to painted / empty dialog and list", "Dialog/10", "FloorDialog/10", 1.5},
         {"dialog with 100", "Dialog/100", "FloorDialog/100", 1.5},
         {"dialog with 1,000", "Dialog/1000", "FloorDialog/1000", 1.5},
-        {"viewer, double click to painted / empty dialog", "Viewer/manual_time", "FloorViewer/manual_time",
-         1.5},
+        {"viewer, double click to painted / empty dialog", "Viewer", "FloorViewer", 1.5},
+        {"viewer / the same widgets, bare", "Viewer", "FloorViewerWidgets", 1.5},
     };
 }
 
