@@ -9,13 +9,17 @@ namespace qgtk {
 
 namespace {
 
-/** Loads a provider; when OPENSSL_MODULES leads astray, from the distribution's own directory. */
+/**
+ * Loads a provider; when OPENSSL_MODULES leads astray, from the distribution's own directory. The context's
+ * fallbacks are given up for it: kept, they put the default provider into every list of algorithms once more,
+ * and decoding a public key takes twice as long.
+ */
 OSSL_PROVIDER* loadProvider(OSSL_LIB_CTX* context, const char* name)
 {
-    if (OSSL_PROVIDER* provider = OSSL_PROVIDER_try_load(context, name, 1))
+    if (OSSL_PROVIDER* provider = OSSL_PROVIDER_load(context, name))
         return provider;
     OSSL_PROVIDER_set_default_search_path(context, QGTK_OPENSSL_MODULES_DIR);
-    return OSSL_PROVIDER_try_load(context, name, 1);
+    return OSSL_PROVIDER_load(context, name);
 }
 
 } // namespace
