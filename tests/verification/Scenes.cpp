@@ -233,7 +233,7 @@ void Scenes::writeWorkDirectory()
         for (int entry = 0; entry < 2; ++entry)
             replaceOnce(text, "ldap://localhost:389", m_server->url());
         replaceOnce(text, "LANGUAGE=KOR", "LANGUAGE=" + m_language);
-        replaceOnce(text, "TOTAL_TIMEOUT=15", "TOTAL_TIMEOUT=2");
+        replaceOnce(text, "TOTAL_TIMEOUT=15", "TOTAL_TIMEOUT=3");
         fs::remove(work / file);
         writeFile(work / file, text);
     }

@@ -112,7 +112,7 @@ private slots:
             QElapsedTimer passed;
             passed.start();
             const QString message = verify(session, scene, korean ? "/KOR.ini" : "/ENG.ini");
-            QVERIFY(passed.elapsed() < 20'000); // two seconds is the limit of each operation
+            QVERIFY(passed.elapsed() < 20'000); // three seconds is the limit of each operation
             const char* const holder = scene.holder.c_str();
             if (scene.code == qgtk::Code::Ok) {
                 QVERIFY2(message.isEmpty(), qPrintable(holder + message));

@@ -28,7 +28,7 @@ private:
 };
 
 /*
- * libldap brings a dozen libraries along, GnuTLS among them, and takes a millisecond to load, as long as all
+ * libldap brings eleven libraries along, GnuTLS among them, and takes a millisecond to load, as long as all
  * else that a selection of a certificate waits for. Most processes never ask a directory, so it is not
  * linked: within this namespace its names stand for functions that are looked up when they are called.
  */
