@@ -23,6 +23,8 @@ std::vector<Ratio> ratios()
         {"CLP_DecryptPriKeyData, PBES2 with SEED / bare OpenSSL", "DecryptPbes2", "FloorDecryptPbes2", 1.15},
         {"CLP_DecryptPriKeyData, PBKDF1 with SEED / bare OpenSSL", "DecryptPbkdf1", "FloorDecryptPbkdf1",
          1.15},
+        {"PFX file written / bare OpenSSL", "ExportPfx", "FloorExportPfx", 1.1},
+        {"PFX file read / bare OpenSSL", "ImportPfx", "FloorImportPfx", 1.1},
         {"flat call / dlsym and an indirect call", "FlatCall", "FloorCall", 1.3},
         {"CRYPTHashFile, SHA-256, 100 MiB / bare OpenSSL", "HashFile", "FloorHashFile", 1.05},
         {"CRYPTEncryptFile, AES-256, 100 MiB / bare OpenSSL", "EncryptFile", "FloorEncryptFile", 1.05},

@@ -118,6 +118,9 @@ std::vector<PasswordReading> passwordReadings(std::string_view password)
         }
         addOnce(readings, {widened(bytes), secretOf(bytes)});
     }
+    const std::size_t usual = readings.size();
+    for (std::size_t i = 0; i < usual; ++i)
+        addOnce(readings, {readings[i].wide, readings[i].wide});
     return readings;
 }
 

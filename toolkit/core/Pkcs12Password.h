@@ -18,8 +18,8 @@ struct PasswordReading
 /**
  * How a password can have been meant by the program that wrote a file, likeliest first, each once. The bytes
  * may be UTF-8 or EUC-KR (CP949), here and there; programs also widen the bytes of either one by one. An
- * empty password is written as two zero bytes by some and as none by others. An ASCII password has one
- * reading.
+ * empty password is written as two zero bytes by some and as none by others. Mozilla's library hands PBKDF1
+ * the wide form, so each comes once more as that. An ASCII password has one wide form.
  */
 std::vector<PasswordReading> passwordReadings(std::string_view password);
 
