@@ -194,6 +194,28 @@ TEST_P(RoundTrip, WhatIsNoPairIsNotExported)
     EXPECT_EQ(pfx.bytes(), "kept");
 }
 
+TEST_P(RoundTrip, KeysOfOtherKindsArePairedToo)
+{
+    using namespace samplepki;
+    const KeyPair curve = KeyPool::key(KeyKind::EcP256, 0);
+    const KeyPair otherCurve = KeyPool::key(KeyKind::EcP256, 1);
+    Authority root = Authority::root(nameFromText("cn=r,o=o,c=kr"), KeyPool::key(KeyKind::Rsa2048, 0));
+    const SamplePair pair{root.issue({nameFromText("cn=curve,o=o,c=kr"), curve}), curve.privateKeyInfo()};
+    const SamplePair other{root.issue({nameFromText("cn=other,o=o,c=kr"), otherCurve}),
+                           otherCurve.privateKeyInfo()};
+    EXPECT_EQ(exportOne("p", {pair.certificate, other.key}), failure(Code::KeyMismatch));
+    EXPECT_EQ(exportOne("p", {pair.certificate, holder.signing.key}), failure(Code::KeyMismatch));
+    EXPECT_EQ(exportOne("p", {holder.signing.certificate, pair.key}), failure(Code::KeyMismatch));
+    const std::string pfx = exportPairs("p", {holder.signing, pair, other});
+    EXPECT_THAT(import(pfx, "p").keys, ElementsAre(holder.signing.key, pair.key, other.key));
+    BinString file(library, exportOne("p", pair));
+    BinString certificate(library);
+    BinString key(library);
+    BinString authorities(library);
+    ASSERT_EQ(call("PFX_Import", text("p"), &file, &certificate, &key, &authorities), 0);
+    EXPECT_EQ(key.bytes(), pair.key);
+}
+
 TEST_P(RoundTrip, UnknownModesAreRefused)
 {
     const std::string pfx = exportOne("p", holder.signing);

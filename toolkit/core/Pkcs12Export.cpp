@@ -8,6 +8,7 @@
 #include "toolkit/core/KeyProtection.h"
 #include "toolkit/core/Pkcs12Encryption.h"
 #include "toolkit/core/Pkcs12Mac.h"
+#include "toolkit/core/RsaPair.h"
 #include "toolkit/core/TextConversion.h"
 
 namespace qgtk {
@@ -152,6 +153,8 @@ bool isInPairs(const std::vector<PfxPair>& pairs, ByteView certificate)
 
 bool fits(const Crypto& crypto, const Certificate& certificate, ByteView key)
 {
+    if (const std::optional<bool> answer = rsaPairFits(certificate, key))
+        return *answer;
     try {
         checkKeyPair(crypto, certificate, key);
         return true;

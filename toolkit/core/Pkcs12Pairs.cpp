@@ -4,6 +4,7 @@
 
 #include "toolkit/core/CertificateText.h"
 #include "toolkit/core/KeyObjects.h"
+#include "toolkit/core/RsaPair.h"
 
 namespace qgtk {
 
@@ -29,6 +30,19 @@ public:
     /** The key that fits; null when none does. */
     const PfxKey* keyOf(const Certificate& certificate)
     {
+        bool isCertain = true;
+        for (const PfxKey& key : m_keys) {
+            const std::optional<bool> answer = rsaPairFits(certificate, key.plain);
+            if (answer.value_or(false))
+                return &key;
+            isCertain = isCertain && answer.has_value();
+        }
+        return isCertain ? nullptr : decodedKeyOf(certificate);
+    }
+
+private:
+    const PfxKey* decodedKeyOf(const Certificate& certificate)
+    {
         const KeyHandle publicKey = nullWhenUnknown([&] { return keyOfCertificate(m_crypto, certificate); });
         if (!publicKey)
             return nullptr;
@@ -39,7 +53,6 @@ public:
         return nullptr;
     }
 
-private:
     void decode()
     {
         if (m_decoded.size() == m_keys.size())
