@@ -49,7 +49,7 @@ AddressHandle parseAddress(const std::string& url)
 /**
  * libldap reads configuration files of the machine and of the process's user, of the current directory, and
  * the environment, once a process; a session starts with what these say. What would matter here is set back:
- * server, search base and encryption are given by ourselves, the connection is made already.
+ * server, search base, size limit and encryption are given by ourselves, the connection is made already.
  */
 void setOptions(LDAP* session)
 {
@@ -58,7 +58,6 @@ void setOptions(LDAP* session)
     ldap_set_option(session, LDAP_OPT_PROTOCOL_VERSION, &version);
     ldap_set_option(session, LDAP_OPT_REFERRALS, LDAP_OPT_OFF);
     ldap_set_option(session, LDAP_OPT_DEREF, &none);
-    ldap_set_option(session, LDAP_OPT_SIZELIMIT, &none);
     ldap_set_option(session, LDAP_OPT_TIMELIMIT, &none);
     ldap_set_option(session, LDAP_OPT_TIMEOUT, nullptr);
     ldap_set_option(session, LDAP_OPT_NETWORK_TIMEOUT, nullptr);

@@ -1,5 +1,6 @@
 #include "toolkit/core/Network.h"
 
+#include <algorithm>
 #include <openssl/pkcs7.h>
 #include <strings.h>
 
@@ -55,8 +56,10 @@ std::vector<Bytes> certificatesOf(Bytes reply)
     const auto message = decodeDer<MessageHandle>(d2i_PKCS7, reply);
     if (!message || !PKCS7_type_is_signed(message.get()) || !message->d.sign)
         return {std::move(reply)};
+    const int count = sk_X509_num(message->d.sign->cert); // -1 when there are none at all
     std::vector<Bytes> certificates;
-    for (int i = 0; i < sk_X509_num(message->d.sign->cert); ++i)
+    certificates.reserve(static_cast<std::size_t>(std::max(0, count)));
+    for (int i = 0; i < count; ++i)
         certificates.push_back(derOf(sk_X509_value(message->d.sign->cert, i)));
     return certificates;
 }
