@@ -31,6 +31,7 @@ int CZRTKWrap::PFXExportMultiPair(int nOption, char* pszPassword, BINSTR* pBinCe
                 pszPassword, pBinCerts, pBinKeys, pBinPFX);
 }
 
+// The operation of PFXExportMultiPair, with an argument list of its own. Hosts rely on it.
 int CZRTKWrap::PFXExportMultiPair2(char* pszPassword, BINSTR* pBinCerts, BINSTR* pBinKeys, BINSTR* pBinCaPubs,
                                    BINSTR* pBinPFX)
 {

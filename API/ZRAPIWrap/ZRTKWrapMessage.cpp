@@ -170,7 +170,6 @@ int CZRTKWrap::CMSProcessEncryptedData(BINSTR* pBinKey, BINSTR* pBinEncrypedData
                 m_pContext, pBinKey, pBinEncrypedData, pBinData);
 }
 
-// The operation of PFXExportMultiPair, with an argument list of its own. Hosts rely on it.
 int CZRTKWrap::CMSGetEnvDataRecCnt(BINSTR* pEnvelopData, int* pnCnt)
 {
     return Call("ZRTK_CMS_GetEnvDataRecipCnt", Require(HasData(pEnvelopData)), m_pContext, pEnvelopData,

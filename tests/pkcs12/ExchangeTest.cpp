@@ -117,7 +117,11 @@ protected:
     {
         const std::string pfx = readFile(std::filesystem::path(directory()) / "their.p12");
         const char* random = "";
-        for (const std::string& typed : {password, eucKr(password)}) {
+        // The others' files cost a second each time.
+        std::vector<std::string> typings = {eucKr(password)};
+        if (std::string(program) == "openssl")
+            typings.push_back(password);
+        for (const std::string& typed : typings) {
             const Contents contents = import(pfx, typed, mode);
             ASSERT_EQ(contents.code, 0) << program << " " << form << " " << password;
             ASSERT_EQ(contents.keys.size(), 1U);
@@ -127,7 +131,6 @@ protected:
             random = randomIn(contents.keys[0]);
         }
         print(program, "to Quillgate", form, password, random);
-        // The others' files take a second for each of the meanings of a wrong password.
         if (mode == 0 && std::string(program) == "openssl") {
             EXPECT_EQ(import(pfx, password + "x").code, 4505) << form;
         }

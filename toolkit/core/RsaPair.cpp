@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "toolkit/core/AlgorithmParameters.h"
+#include "toolkit/core/DerElement.h"
 #include "toolkit/core/PrivateKey.h"
 
 namespace qgtk {
@@ -13,22 +14,13 @@ namespace {
 constexpr std::size_t privateIntegers = 9; /**< of an RSAPrivateKey with two primes (RFC 8017, A.1.2) */
 
 /** The content of the element of a kind that some bytes begin with, which are moved behind it. */
-std::optional<ByteView> takeElement(ByteView& bytes, int wanted)
+std::optional<ByteView> takeElement(ByteView& bytes, int tag)
 {
-    constexpr int damagedOrIndefinite = 0x81;
-    const unsigned char* position = bytes.data();
-    long length = 0;
-    int tag = -1;
-    int tagClass = 0;
-    if (bytes.empty() || bytes.size() > INT_MAX)
+    const std::optional<DerElement> element = firstElement(bytes);
+    if (!element || element->tag != tag)
         return std::nullopt;
-    const int kind = ASN1_get_object(&position, &length, &tag, &tagClass, static_cast<long>(bytes.size()));
-    if ((kind & damagedOrIndefinite) != 0 || tag != wanted || tagClass != V_ASN1_UNIVERSAL)
-        return std::nullopt;
-    const auto header = static_cast<std::size_t>(position - bytes.data());
-    const ByteView content = bytes.subspan(header, static_cast<std::size_t>(length));
-    bytes = bytes.subspan(header + content.size());
-    return content;
+    bytes = bytes.subspan(element->whole.size());
+    return element->content;
 }
 
 /** The integers of a SEQUENCE that holds nothing else; none when it does. */
