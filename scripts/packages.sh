@@ -7,8 +7,8 @@ build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev l
 # Fonts for the Korean dialog, and OpenSSL's legacy provider (libssl3), which knows the SEED cipher.
 demo_packages=(fonts-nanum libssl3)
 # Independent programs that the tests compare with, a display, and the style checks.
-test_packages=(openssl gnutls-bin libnss3-tools slapd python3 xvfb xauth binutils clang clang-format clang-tidy doxygen librsvg2-bin
-               imagemagick fontconfig)
+test_packages=(openssl gnutls-bin libnss3-tools slapd python3 xvfb xauth binutils clang clang-format clang-tidy doxygen
+               librsvg2-bin imagemagick fontconfig)
 
 # install_missing WHY PACKAGE...: installs with apt what dpkg does not have; says what and why, asks for sudo when
 # not root. Does nothing, and touches no network, when all is there.
