@@ -8,37 +8,24 @@ namespace qgtk {
 
 namespace {
 
-/** The library that was compiled against, until this one is unloaded. */
-class Library
+/** The library that was compiled against. It stays in the process: unloaded, it leaves its tables behind. */
+void* loadLibrary()
 {
-public:
-    Library() : m_handle(dlopen(QGTK_LDAP_LIBRARY, RTLD_LAZY | RTLD_LOCAL))
-    {
-        if (!m_handle)
-            throw Failure(Code::ModuleNotLoaded, QGTK_LDAP_LIBRARY);
-    }
-    ~Library() { dlclose(m_handle); }
-    Library(const Library&) = delete;
-    Library& operator=(const Library&) = delete;
-
-    void* symbol(const char* name) const
-    {
-        void* address = dlsym(m_handle, name);
-        if (!address)
-            throw Failure(Code::ModuleNotLoaded, std::string(QGTK_LDAP_LIBRARY ": ") + name);
-        return address;
-    }
-
-private:
-    void* m_handle;
-};
+    void* library = dlopen(QGTK_LDAP_LIBRARY, RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
+    if (!library)
+        throw Failure(Code::ModuleNotLoaded, QGTK_LDAP_LIBRARY);
+    return library;
+}
 
 } // namespace
 
 void* ldapSymbol(const char* name)
 {
-    static const Library library;
-    return library.symbol(name);
+    static void* const library = loadLibrary();
+    void* address = dlsym(library, name);
+    if (!address)
+        throw Failure(Code::ModuleNotLoaded, std::string(QGTK_LDAP_LIBRARY ": ") + name);
+    return address;
 }
 
 } // namespace qgtk
