@@ -7,10 +7,17 @@
  *
  * pszSignTime is a time text: input of the functions that sign, output of those that verify (give them 50
  * bytes). nOption, nSymAlg: numbers of the library.
+ *
+ * Messages are those of CMS (RFC 5652). Numbers of options and algorithms are the library's: those of the
+ * open toolkit have names in quillgate/message_options.h and quillgate/algorithms.h, and "Open toolkit:"
+ * below says what it does. Its codes and all that it reads and writes are in docs/toolkit.md, "Messages". A
+ * failure leaves every output as it was, a file too. What comes in a BINSTR is released with
+ * ZR_BINSTR_Delete, which wipes it.
  */
 
 #include "quillgate/api.h"
 #include "quillgate/binstr.h"
+#include "quillgate/message_options.h"
 
 /**
  * @defgroup cms CMS messages
@@ -19,10 +26,11 @@
  */
 
 /**
- * Signs data into a message. The GPKI side ignores nOption.
+ * Signs data into a message. The GPKI side ignores nOption. Open toolkit: the hash is that of ZR_SetHashAlg;
+ * pszSignTime may be empty, which is now.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate, DER
  * @param pBinPriKey private key, plain PKCS#8 DER
  * @param pBinTBSData data to be signed
@@ -35,10 +43,11 @@ QUILLGATE_API int CMSMakeSignedData(void* pContext, int nOption, BINSTR* pBinCer
                                     BINSTR* pBinTBSData, char* pszSignTime, BINSTR* pBinSignedData);
 
 /**
- * Adds a signer to a message. The GPKI side ignores nOption.
+ * Adds a signer to a message. The GPKI side ignores nOption. Open toolkit: a message that carries its content
+ * is verified first; pszSignTime may be empty, which is now.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate, DER
  * @param pBinPriKey private key, plain PKCS#8 DER
  * @param pBinTBSData signed message that gets a further signer, DER
@@ -52,10 +61,12 @@ QUILLGATE_API int CMSMakeSignedDataWithAddSigner(void* pContext, int nOption, BI
                                                  BINSTR* pBinSignedData);
 
 /**
- * Verifies a message, gives its content and sets *nSignerCnt. The GPKI side ignores nOption.
+ * Verifies a message, gives its content and sets *nSignerCnt. The GPKI side ignores nOption. Open toolkit: a
+ * message that does not carry its content is held against what pBinData has at the call. Every signer must be
+ * right.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinSignedData signed message, DER
  * @param[out] pBinData content of the message
  * @param[out] nSignerCnt number of signers
@@ -65,7 +76,8 @@ QUILLGATE_API int CMSProcessSignedData(void* pContext, int nOption, BINSTR* pBin
                                        int* nSignerCnt);
 
 /**
- * Gives certificate and signing time of signer nIndex of the last CMSProcessSignedData.
+ * Gives certificate and signing time of signer nIndex of the last CMSProcessSignedData. Open toolkit: nIndex
+ * counts from 0; a null output is passed over; an empty time for a message that tells none.
  *
  * @param pContext context of ZR_Initalize
  * @param nIndex position, from 0
@@ -76,10 +88,11 @@ QUILLGATE_API int CMSProcessSignedData(void* pContext, int nOption, BINSTR* pBin
 QUILLGATE_API int CMSGetSignerCert(void* pContext, int nIndex, BINSTR* pBinSignerCert, char* pszSignTime);
 
 /**
- * Makes the bytes to be signed elsewhere, for CMSComposeSignedData. ZR side only.
+ * Makes the bytes to be signed elsewhere, for CMSComposeSignedData. ZR side only. Open toolkit: what is to be
+ * signed with the hash of ZR_SetHashAlg.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate, DER
  * @param pBinData data
  * @param pszSignTime time of signing, YYYY-MM-DD hh:mm:ss, local
@@ -90,7 +103,8 @@ QUILLGATE_API int CMSMakekTBSData(void* pContext, int nOption, BINSTR* pBinCert,
                                   char* pszSignTime, BINSTR* pBinTBSData);
 
 /**
- * Puts a signature made elsewhere into a message. ZR side only.
+ * Puts a signature made elsewhere into a message. ZR side only. Open toolkit: a signature that is not right
+ * is 5200 and can be given again.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinSignature signature value
@@ -100,10 +114,11 @@ QUILLGATE_API int CMSMakekTBSData(void* pContext, int nOption, BINSTR* pBinCert,
 QUILLGATE_API int CMSComposeSignedData(void* pContext, BINSTR* pBinSignature, BINSTR* pBinSignedData);
 
 /**
- * Sets an option for the messages that follow. ZR side only.
+ * Sets an option for the messages that follow. ZR side only. Open toolkit: QG_CMS_... bits, besides the
+ * nOption of each call.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @return 0 or a code that all share
  */
 QUILLGATE_API int CMSSetOption(void* pContext, int nOption);
@@ -141,7 +156,8 @@ QUILLGATE_API int CMSMakeSignedDataFileWithContent(void* pContext, BINSTR* pBinC
                                                    char* pszSignedDataFilePath);
 
 /**
- * Verifies a message file without content against the file of the content.
+ * Verifies a message file without content against the file of the content. Open toolkit: on the ZR side a
+ * message that carries its content writes it to pszTBSDataFilePath.
  *
  * @param pContext context of ZR_Initalize
  * @param pszSignedDataFilePath path of the message file
@@ -199,7 +215,7 @@ QUILLGATE_API int CMSGetTimeStampToken1(void* pContext, int nSignerIndex, BINSTR
 
 /**
  * Writes the time stamp pBinTST of a signer into pBinSignedData, giving pBinSignedDataWithTST, whatever its
- * name says. GPKI side only.
+ * name says. GPKI side only. Open toolkit: the token must be over that signer's signature.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinSignedData signed message, DER
@@ -215,7 +231,7 @@ QUILLGATE_API int CMSGetTimeStampToken2(void* pContext, BINSTR* pBinSignedData, 
  * Encrypts data for a recipient. The GPKI side ignores nOption.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate of the recipient, DER
  * @param pBinTBEData data to be encrypted
  * @param nSymAlg QG_CIPHER_...
@@ -226,10 +242,11 @@ QUILLGATE_API int CMSMakeEnvelopedData(void* pContext, int nOption, BINSTR* pBin
                                        int nSymAlg, BINSTR* pBinEnvelopData);
 
 /**
- * Encrypts data for the recipients in the list pBinCert. The GPKI side ignores nOption.
+ * Encrypts data for the recipients in the list pBinCert. The GPKI side ignores nOption. Open toolkit:
+ * certificates, DER, one behind the other; lists of UTILAddObject and CertAddCert are that.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert list of the recipients' certificates
  * @param pBinTBEData data to be encrypted
  * @param nSymAlg QG_CIPHER_...
@@ -315,7 +332,7 @@ QUILLGATE_API int CMSProcessEnvDataFileWithContent(void* pContext, BINSTR* pBinC
  * Signs data and encrypts it for a recipient. The GPKI side ignores nOption.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate of the signer, DER
  * @param pBinPriKey private key, plain PKCS#8 DER
  * @param pBinRecCert certificate of the recipient, DER
@@ -332,7 +349,7 @@ QUILLGATE_API int CMSMakeSignedAndEnvData(void* pContext, int nOption, BINSTR* p
  * Decrypts and verifies such a message. The GPKI side ignores nOption.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate of the recipient, DER
  * @param pBinPriKey private key, plain PKCS#8 DER
  * @param pBinSignedAndEnvData signed and enveloped message, DER
@@ -345,10 +362,11 @@ QUILLGATE_API int CMSProcessSignedAndEnvData(void* pContext, int nOption, BINSTR
                                              BINSTR* pBinData, BINSTR* pBinSignerCert);
 
 /**
- * Encrypts data. The GPKI side uses pBinTBEData alone of the inputs.
+ * Encrypts data. The GPKI side uses pBinTBEData alone of the inputs. Open toolkit: under the key of
+ * CRYPTSetKeyAndIV or CRYPTGenKeyAndIV; on the ZR side with pBinCert an envelope for it instead.
  *
  * @param pContext context of ZR_Initalize
- * @param nOption option of the library
+ * @param nOption QG_CMS_...
  * @param pBinCert certificate, DER
  * @param pBinTBEData data to be encrypted
  * @param nSymAlg QG_CIPHER_...

@@ -92,7 +92,8 @@ QUILLGATE_API int LDAPGetCertPath(void* pContext, BINSTR* pBinCert, char* pszCon
  */
 
 /**
- * Makes a challenge. pBinChallenge is an output, yet must hold data at the call. GPKI side only.
+ * Makes a challenge. pBinChallenge is an output, yet must hold data at the call. GPKI side only. Open
+ * toolkit: a label and 32 random bytes; the context takes one right response to it.
  *
  * @param pContext context of ZR_Initalize
  * @param[in,out] pBinChallenge challenge; must hold data at the call
@@ -101,7 +102,8 @@ QUILLGATE_API int LDAPGetCertPath(void* pContext, BINSTR* pBinCert, char* pszCon
 QUILLGATE_API int SIGEAMakeChallenge(void* pContext, BINSTR* pBinChallenge);
 
 /**
- * Answers a challenge with a certificate and key. GPKI side only.
+ * Answers a challenge with a certificate and key. GPKI side only. Open toolkit: a signed CMS message that
+ * carries the challenge; nothing else is signed (1520).
  *
  * @param pContext context of ZR_Initalize
  * @param pBinChallenge challenge
@@ -114,7 +116,8 @@ QUILLGATE_API int SIGEAMakeResponse(void* pContext, BINSTR* pBinChallenge, BINST
                                     BINSTR* pBinPriKey, BINSTR* pBinResponse);
 
 /**
- * Verifies the answer to a challenge. GPKI side only.
+ * Verifies the answer to a challenge. GPKI side only. Open toolkit: pBinCert is who must have answered
+ * (1523); another challenge is 1522, an answered or foreign one 1521.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinResponse answer to the challenge
@@ -134,7 +137,7 @@ QUILLGATE_API int SIGEAVerifyResponse(void* pContext, BINSTR* pBinResponse, BINS
  */
 
 /**
- * Signs data in the wireless form. ZR side only.
+ * Signs data in the wireless form. ZR side only. Open toolkit: a signed CMS message, with any key.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinCert certificate, DER
@@ -159,7 +162,8 @@ QUILLGATE_API int WPKIVerifyData(void* pContext, BINSTR* pBinSignedContent, BINS
                                  BINSTR* pBinSignerCert);
 
 /**
- * Encrypts data for a recipient in the wireless form. ZR side only.
+ * Encrypts data for a recipient in the wireless form. ZR side only. Open toolkit: a CMS envelope around a
+ * message that pBinCert signs.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinRecCert certificate of the recipient, DER
@@ -174,7 +178,8 @@ QUILLGATE_API int WPKIEncryptData(void* pContext, BINSTR* pBinRecCert, BINSTR* p
                                   BINSTR* pBinCert, BINSTR* pBinPriKey, BINSTR* pBinWapEnvData);
 
 /**
- * Decrypts it. ZR side only.
+ * Decrypts it. ZR side only. Open toolkit: the message in the envelope is verified; CMSGetSignerCert tells
+ * its sender.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinCert certificate, DER
@@ -187,7 +192,7 @@ QUILLGATE_API int WPKIDecryptData(void* pContext, BINSTR* pBinCert, BINSTR* pBin
                                   BINSTR* pBinWapEnvData, BINSTR* pBinWapData);
 
 /**
- * Verifies a wireless certificate. ZR side only.
+ * Verifies a wireless certificate. ZR side only. Open toolkit: as CertVerify with nCertType 0.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinCert certificate, DER
@@ -215,7 +220,7 @@ QUILLGATE_API int WPKIVerifyCert(void* pContext, BINSTR* pBinCert);
 QUILLGATE_API int UNIViewCert(void* pContext, BINSTR* pBinCert, char* pszDisplay);
 
 /**
- * Verifies a signed message. ZR side only.
+ * Verifies a signed message. ZR side only. Open toolkit: as CMSProcessSignedData, with the first signer.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinSignData signed message, DER
@@ -227,7 +232,7 @@ QUILLGATE_API int UNIVerifySignData(void* pContext, BINSTR* pBinSignData, BINSTR
                                     BINSTR* pBinSignerCert);
 
 /**
- * Decrypts an enveloped message. ZR side only.
+ * Decrypts an enveloped message. ZR side only. Open toolkit: as CMSProcessEnvelopedData.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinCert certificate, DER

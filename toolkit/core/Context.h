@@ -2,12 +2,14 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "toolkit/core/Certificate.h"
 #include "toolkit/core/Charset.h"
 #include "toolkit/core/Configuration.h"
 #include "toolkit/core/Crypto.h"
 #include "toolkit/core/CryptoSettings.h"
+#include "toolkit/core/MessageState.h"
 #include "toolkit/core/Module.h"
 #include "toolkit/core/Network.h"
 #include "toolkit/core/VerifySettings.h"
@@ -35,6 +37,7 @@ public:
 
     /** The certificate between load and unload. Throws CertNotLoaded. */
     const Certificate& certificate() const;
+    bool hasCertificate() const { return m_certificate.has_value(); }
     void load(ByteView der) { m_certificate.emplace(der); }
     void unload() { m_certificate.reset(); }
 
@@ -44,6 +47,12 @@ public:
     void setCaCertificates(ByteView list);
 
     ByteView caCertificates() const { return m_caCertificates; }
+
+    /** Puts a list in the place of the certificate list, which it returns. Nothing is checked. */
+    Bytes exchangeCaCertificates(Bytes list) noexcept
+    {
+        return std::exchange(m_caCertificates, std::move(list));
+    }
 
     /** The certificates that paths may end at; empty at first. */
     X509_STORE* trusted();
@@ -65,6 +74,7 @@ public:
     int option = 0;        /**< the caller's; nothing acts on it yet */
     VerifySettings verifySettings;
     CryptoSettings cryptoSettings;
+    MessageState messages;
     ReplyStore replies; /**< what servers gave, when the settings keep it */
 
 private:

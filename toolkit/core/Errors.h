@@ -70,6 +70,22 @@ namespace qgtk {
     X(EntryMissing, 1404, "The server has no such entry", "서버에 해당 항목이 없습니다") \
     X(ReplyTooLarge, 1405, "The reply is too large", "응답이 너무 큽니다") \
     X(ReplyDamaged, 1406, "The reply is not what was asked for", "요청한 것과 다른 응답입니다") \
+    X(MessageDamaged, 1500, "The message is damaged or is not one", "메시지가 손상되었거나 메시지가 아닙니다") \
+    X(MessageKind, 1501, "The message is of another kind", "다른 종류의 메시지입니다") \
+    X(MessageTooLarge, 1502, "The message is too large", "메시지가 너무 큽니다") \
+    X(SignerCertMissing, 1503, "The signer's certificate is not there", "서명자의 인증서가 없습니다") \
+    X(ContentMissing, 1504, "The content of the message is not there", "메시지의 원문이 없습니다") \
+    X(NotRecipient, 1505, "The message is not for this certificate", "이 인증서로 받은 메시지가 아닙니다") \
+    X(MessageAlgorithm, 1506, "The message uses an unknown algorithm", "메시지의 알고리즘을 알 수 없습니다") \
+    X(MessageIndex, 1507, "The message has no such signer or recipient", "메시지에 해당 서명자 또는 수신자가 없습니다") \
+    X(TokenMissing, 1508, "The signer has no time stamp token", "서명자에게 타임스탬프 토큰이 없습니다") \
+    X(TokenDamaged, 1509, "The time stamp token is damaged or is not one", "타임스탬프 토큰이 손상되었거나 토큰이 아닙니다") \
+    X(TokenForeign, 1510, "The time stamp token is of another signature", "다른 서명의 타임스탬프 토큰입니다") \
+    X(NothingPending, 1511, "No message waits for a signature", "서명을 기다리는 메시지가 없습니다") \
+    X(ChallengeDamaged, 1520, "The challenge is damaged or is not one", "시도값이 손상되었거나 시도값이 아닙니다") \
+    X(ChallengeUnknown, 1521, "The challenge is not an open one of this context", "이 컨텍스트에서 만들어 응답을 기다리는 시도값이 아닙니다") \
+    X(ResponseOther, 1522, "The response is to another challenge", "다른 시도값에 대한 응답입니다") \
+    X(ResponseForeign, 1523, "The response is from another certificate", "다른 인증서로 만든 응답입니다") \
     X(KeyDamaged, 2000, "The private key is damaged or is not one", "개인키가 손상되었거나 개인키가 아닙니다")         \
     X(KeyUndecryptable, 2001, "The private key cannot be decrypted", "개인키를 복호화할 수 없습니다")                  \
     X(KeyAlgorithmUnknown, 2002, "The private key uses an unknown algorithm", "개인키의 암호 알고리즘을 알 수 없습니다")\

@@ -109,18 +109,34 @@ FileSource::FileSource(std::string path) : m_path(std::move(path)), m_file(openF
 
 std::size_t FileSource::read(std::span<std::uint8_t> target)
 {
-    std::size_t total = 0;
-    while (total < target.size()) {
-        const ssize_t count = ::read(m_file.number(), target.data() + total, target.size() - total);
+    return fill(target, [&](std::span<std::uint8_t> rest) {
+        return ::read(m_file.number(), rest.data(), rest.size());
+    });
+}
+
+std::size_t FileSource::readAt(std::size_t place, std::span<std::uint8_t> target) const
+{
+    return fill(target, [&](std::span<std::uint8_t> rest) {
+        const std::size_t done = target.size() - rest.size();
+        return ::pread(m_file.number(), rest.data(), rest.size(), static_cast<off_t>(place + done));
+    });
+}
+
+template <typename Read>
+std::size_t FileSource::fill(std::span<std::uint8_t> target, Read&& readSome) const
+{
+    std::span<std::uint8_t> rest = target;
+    while (!rest.empty()) {
+        const ssize_t count = readSome(rest);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
             throw Failure(Code::FileUnreadable, m_path);
         if (count == 0)
             break;
-        total += static_cast<std::size_t>(count);
+        rest = rest.subspan(static_cast<std::size_t>(count));
     }
-    return total;
+    return target.size() - rest.size();
 }
 
 FileTarget::FileTarget(std::string path)

@@ -37,7 +37,14 @@ public:
     /** Fills the buffer, or as much of it as is left; 0 behind the end. Throws FileUnreadable. */
     std::size_t read(std::span<std::uint8_t> target);
 
+    /** Reads bytes at a place, as many as are there, and leaves the place of read alone. Throws
+     * FileUnreadable. */
+    std::size_t readAt(std::size_t place, std::span<std::uint8_t> target) const;
+
 private:
+    template <typename Read>
+    std::size_t fill(std::span<std::uint8_t> target, Read&& readSome) const;
+
     std::string m_path;
     Descriptor m_file;
     std::size_t m_length = 0;
