@@ -184,6 +184,10 @@ TEST_P(EnvelopedMessage, IsEncryptedUnderTheKeyOfTheContext)
     EXPECT_EQ(ask("CMS_ProcessEncryptedData", key, message.bytes).bytes, content);
     EXPECT_NE(encrypted().bytes, message.bytes) << "each message has an initial value of its own";
     EXPECT_NE(ask("CMS_ProcessEncryptedData", noise(16, 3), message.bytes).bytes, content);
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_EQ(ask("CMS_ProcessEncryptedData", noise(15), message.bytes).code,
+                  number(Code::CipherKeyLength))
+            << "not even by chance";
     EXPECT_EQ(ask("CMS_ProcessEncryptedData", key, sign(hong(), content).bytes).code,
               number(Code::MessageKind));
 

@@ -45,12 +45,29 @@ Bytes encryptContent(CMS_ContentInfo* message, ByteView content)
     return encodeMessage(message);
 }
 
-SecretBytes decryptedContent(CMS_ContentInfo* message)
+/** Reads a chain that decrypts to its end. */
+SecretBytes decrypted(const FilterChain& chain)
 {
     SecretBytes content;
-    decryptContent(message, nullptr,
-                   [&](ByteView block) { content.insert(content.end(), block.begin(), block.end()); });
+    chain.drain([&](ByteView block) { content.insert(content.end(), block.begin(), block.end()); });
+    requireDecrypted(chain);
     return content;
+}
+
+/** What decrypts the content of a message: what it carries, else what the source gives. */
+FilterChain decryption(CMS_ContentInfo* message, BIO* source)
+{
+    require(source || carriedContent(message), Code::ContentMissing);
+    return FilterChain(CMS_dataInit(message, source), source, Code::MessageAlgorithm);
+}
+
+/** OpenSSL takes a random key in the place of one that does not fit the cipher, and by chance gives noise. */
+void requireKeyLength(const FilterChain& chain, std::size_t length)
+{
+    EVP_CIPHER_CTX* run = nullptr;
+    BIO_get_cipher_ctx(BIO_find_type(chain.get(), BIO_TYPE_CIPHER), &run);
+    require(run && static_cast<std::size_t>(EVP_CIPHER_CTX_get_key_length(run)) == length,
+            Code::CipherKeyLength);
 }
 
 /** A recipient as a message names it. */
@@ -121,8 +138,7 @@ void unlock(CMS_ContentInfo* message, const RequestSigner& recipient)
 
 void decryptContent(CMS_ContentInfo* message, BIO* source, const BlockSink& take)
 {
-    require(source || carriedContent(message), Code::ContentMissing);
-    const FilterChain chain(CMS_dataInit(message, source), source, Code::MessageAlgorithm);
+    const FilterChain chain = decryption(message, source);
     chain.drain(take);
     requireDecrypted(chain);
 }
@@ -131,7 +147,7 @@ SecretBytes openEnvelope(Context& context, ByteView message, const RequestSigner
 {
     const CmsHandle decoded = decodeMessage(context.crypto(), message);
     unlock(decoded.get(), recipient);
-    return decryptedContent(decoded.get());
+    return decrypted(decryption(decoded.get(), nullptr));
 }
 
 Bytes encryptData(Context& context, ByteView content)
@@ -152,7 +168,9 @@ SecretBytes decryptData(Context& context, ByteView message, ByteView key)
     const CmsHandle decoded = decodeMessage(context.crypto(), message);
     requireKind(decoded.get(), NID_pkcs7_encrypted);
     check(CMS_EncryptedData_set1_key(decoded.get(), nullptr, key.data(), key.size()), Code::CipherKeyLength);
-    return decryptedContent(decoded.get());
+    const FilterChain chain = decryption(decoded.get(), nullptr);
+    requireKeyLength(chain, key.size());
+    return decrypted(chain);
 }
 
 std::vector<MessageRecipient> recipientsOf(Context& context, ByteView message)

@@ -1,5 +1,6 @@
 #include "toolkit/core/StreamBio.h"
 
+#include <cstring>
 #include <openssl/bio.h>
 
 namespace qgtk {
@@ -7,6 +8,9 @@ namespace qgtk {
 namespace {
 
 constexpr std::size_t blockLength = 64U << 10;
+
+/** From here on a call of its own costs less than a copy. */
+constexpr std::size_t largeLength = 16U << 10;
 
 StreamBio* self(BIO* bio)
 {
@@ -33,7 +37,7 @@ StreamBio::StreamBio(Read read) : StreamBio()
 StreamBio::StreamBio(Write write) : StreamBio()
 {
     m_write = std::move(write);
-    m_gathered.reserve(blockLength);
+    m_gathered.resize(blockLength);
 }
 
 void StreamBio::rethrow() const
@@ -83,19 +87,22 @@ long StreamBio::control(BIO* bio, int command, long, void*)
 
 void StreamBio::gather(ByteView bytes)
 {
-    if (m_gathered.size() + bytes.size() > blockLength)
+    const bool large = bytes.size() >= largeLength;
+    if (large || m_filled + bytes.size() > blockLength)
         flush();
-    if (bytes.size() > blockLength)
+    if (large) {
         m_write(bytes);
-    else
-        m_gathered.insert(m_gathered.end(), bytes.begin(), bytes.end());
+        return;
+    }
+    std::memcpy(m_gathered.data() + m_filled, bytes.data(), bytes.size());
+    m_filled += bytes.size();
 }
 
 void StreamBio::flush()
 {
-    if (!m_gathered.empty())
-        m_write(m_gathered);
-    m_gathered.clear();
+    if (m_filled > 0)
+        m_write(ByteView(m_gathered).first(m_filled));
+    m_filled = 0;
 }
 
 } // namespace qgtk

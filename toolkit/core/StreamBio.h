@@ -41,7 +41,8 @@ private:
 
     Read m_read;
     Write m_write;
-    SecretBytes m_gathered;
+    SecretBytes m_gathered; // a whole block, filled from the front
+    std::size_t m_filled = 0;
     std::exception_ptr m_failure;
     Handle<BIO_METHOD, BIO_meth_free> m_method;
     Handle<BIO, BIO_free> m_bio; // behind its method
