@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -224,6 +225,66 @@ TEST_P(MediaOperation, AFailedWriteLeavesTheOldFileAndNothingElse)
     EXPECT_EQ(status, 0);
     EXPECT_EQ(readFile(directory / "f"), "old");
     EXPECT_THAT(namesIn(directory), testing::ElementsAre("f"));
+}
+
+TEST_P(MediaOperation, FilesThatAKilledWriterLeftAreRemovedByTheNext)
+{
+    writeFile(directory / ".qgtk-a1B2c3", "half of a ke");
+    writeFile(directory / ".qgtk-a1B2c4", "");
+    ASSERT_EQ(write(directory / "f", "new"), 0);
+    EXPECT_THAT(namesIn(directory), testing::ElementsAre("f"));
+}
+
+TEST_P(MediaOperation, WhatNoWriterLeftStays)
+{
+    for (const char* name : {".qgtk-", ".qgtk-short", ".qgtk-toolong", "qgtk-a1B2c3", "x.qgtk-a1B2c3"})
+        writeFile(directory / name, "x");
+    fs::create_directory(directory / ".qgtk-direct");
+    ASSERT_EQ(mkfifo((directory / ".qgtk-fifo00").c_str(), 0600), 0);
+    writeFile(directory / "target", "x");
+    fs::create_symlink(directory / "target", directory / ".qgtk-symlin");
+    const std::size_t before = namesIn(directory).size();
+    ASSERT_EQ(write(directory / "target", "new"), 0);
+    EXPECT_EQ(namesIn(directory).size(), before);
+}
+
+TEST_P(MediaOperation, TemporaryFileOfALivingWriterStays)
+{
+    const fs::path temporary = directory / ".qgtk-living";
+    writeFile(temporary, "half of a ke");
+    const int writer = open(temporary.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(flock(writer, LOCK_EX), 0);
+    ASSERT_EQ(write(directory / "f", "new"), 0);
+    EXPECT_TRUE(fs::exists(temporary));
+    close(writer);
+    ASSERT_EQ(write(directory / "f", "newer"), 0);
+    EXPECT_FALSE(fs::exists(temporary));
+}
+
+TEST_P(MediaOperation, WritersOfOneDirectoryDoNotDisturbEachOther)
+{
+    constexpr int writers = 4;
+    constexpr int rounds = 50;
+    for (int writer = 0; writer < writers; ++writer) {
+        if (fork() != 0)
+            continue;
+        // Each process writes a file of its own and one that all write.
+        int failures = 0;
+        for (int round = 0; round < rounds; ++round) {
+            failures += write(directory / std::to_string(writer), std::to_string(round)) != 0;
+            failures += write(directory / "shared", std::string(5000, static_cast<char>('a' + writer))) != 0;
+        }
+        _exit(failures == 0 ? 0 : 1);
+    }
+    for (int writer = 0; writer < writers; ++writer) {
+        int status = 0;
+        ASSERT_GT(wait(&status), 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(namesIn(directory).size(), writers + 1U) << "no temporary file is left";
+    const std::string shared = readFile(directory / "shared");
+    EXPECT_EQ(shared, std::string(5000, shared[0])) << "one writer's, whole";
+    EXPECT_EQ(readFile(directory / "0"), std::to_string(rounds - 1));
 }
 
 TEST_P(MediaOperation, WhatIsInTheWayIsNotReplaced)

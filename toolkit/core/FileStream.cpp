@@ -2,19 +2,16 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "toolkit/core/Errors.h"
+#include "toolkit/core/FilePlace.h"
 
 namespace qgtk {
 
 namespace {
-
-constexpr mode_t directoryMode = S_IRWXU;
-constexpr mode_t fileMode = S_IRUSR | S_IWUSR;
 
 Code codeOfOpen(int error)
 {
@@ -32,41 +29,11 @@ bool writeFully(int descriptor, ByteView bytes)
 {
     while (!bytes.empty()) {
         const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
+        if (count == 0 || (count < 0 && errno != EINTR))
             return false;
         bytes = bytes.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }
     return true;
-}
-
-/** The directory part of a path, with its slash; empty for a bare name. */
-std::string directoryOf(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
-}
-
-/** Makes the missing directories of a path. What can't be made shows when the file is. */
-void makeDirectories(const std::string& directory)
-{
-    for (std::size_t slash = directory.find('/', 1); slash != std::string::npos;
-         slash = directory.find('/', slash + 1)) {
-        const std::string step = directory.substr(0, slash);
-        // The mode again, since the umask takes bits from the first. A medium without modes refuses.
-        if (::mkdir(step.c_str(), directoryMode) == 0)
-            (void)!::chmod(step.c_str(), directoryMode);
-    }
-}
-
-/** Makes a temporary file for the owner alone and gives its name. Negative on failure. */
-int openTemporary(const std::string& directory, std::string& name)
-{
-    makeDirectories(directory);
-    name = directory + ".qgtk-XXXXXX";
-    const int descriptor = ::mkostemp(name.data(), O_CLOEXEC);
-    if (descriptor >= 0)
-        (void)!::fchmod(descriptor, fileMode);
-    return descriptor;
 }
 
 /** Throws FileNotRegular when something else than a file or a link has the name. */
@@ -78,13 +45,12 @@ const std::string& checkedTarget(const std::string& path)
     return path;
 }
 
-/** Makes a rename lasting. Media that can't flush a directory have done what they can. */
-void flushDirectory(const std::string& directory)
+/** Makes a directory ready for a file and opens a temporary one in it. Negative on failure. */
+int openBeside(const std::string& directory, std::string& name)
 {
-    const char* name = directory.empty() ? "." : directory.c_str();
-    const Descriptor descriptor(::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor)
-        (void)!::fsync(descriptor.number());
+    makeDirectories(directory);
+    removeLeftovers(directory);
+    return openTemporary(directory, name);
 }
 
 } // namespace
@@ -141,7 +107,7 @@ std::size_t FileSource::fill(std::span<std::uint8_t> target, Read&& readSome) co
 
 FileTarget::FileTarget(std::string path)
     : m_path(std::move(path)), m_directory(directoryOf(checkedTarget(m_path))),
-      m_file(openTemporary(m_directory, m_temporary))
+      m_file(openBeside(m_directory, m_temporary))
 {
     if (!m_file)
         fail();

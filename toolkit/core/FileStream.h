@@ -51,9 +51,10 @@ private:
 };
 
 /**
- * A file that is written whole or not at all: a temporary file beside it takes its place when all is written,
- * and is gone when commit was not reached. Missing directories are made for the owner alone, and so is the
- * file.
+ * A file that is written whole or not at all, at whatever point the process or the machine stops: a temporary
+ * file beside it takes its place when all is written and flushed, and is gone when commit was not reached.
+ * Missing directories are made for the owner alone, and so is the file. Temporary files that killed writers
+ * left in the directory are removed.
  */
 class FileTarget
 {

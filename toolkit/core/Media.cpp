@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "toolkit/core/Errors.h"
+#include "toolkit/core/FilePlace.h"
 #include "toolkit/core/FileStream.h"
 
 namespace qgtk {
@@ -36,6 +37,7 @@ void deleteFile(const std::string& path)
         throw Failure(Code::FileNotRegular, path);
     if (::unlink(path.c_str()) != 0)
         throw Failure(Code::FileNotDeleted, path);
+    flushDirectory(directoryOf(path));
 }
 
 } // namespace qgtk

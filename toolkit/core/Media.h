@@ -19,9 +19,10 @@ inline constexpr std::size_t maxObjectLength = 1U << 20;
 SecretBytes readFile(const std::string& path, std::size_t limit = maxFileLength);
 
 /**
- * Writes a whole file or leaves what was there: a temporary file beside it, flushed, then renamed. Missing
- * directories are made for the owner alone, and so is the file. Throws FileNotRegular (something else than a
- * file has the name), FileNotWritten, each with the path.
+ * Writes a whole file or leaves what was there: a temporary file beside it, flushed, then renamed, at
+ * whatever point the process or the machine stops. Missing directories are made for the owner alone, and so
+ * is the file. Temporary files that a process left behind when it was killed are removed. Throws
+ * FileNotRegular (something else than a file has the name), FileNotWritten, each with the path.
  */
 void writeFile(const std::string& path, ByteView bytes);
 
