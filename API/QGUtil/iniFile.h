@@ -149,10 +149,8 @@ public:
     static void TrimValue(std::string& value);
 
 private:
+    class Reader;
     bool readLines(std::istream& in);
-    void readLine(const std::string& line, std::string& keyname);
-    void readSection(const std::string& line, std::size_t bracket, std::string& keyname);
-    void readComment(const std::string& comment, const std::string& keyname);
     unsigned idOf(const std::string& keyname) const { return static_cast<unsigned>(FindKey(keyname)); }
 
     bool caseInsensitive = true;

@@ -116,6 +116,83 @@ TEST(IniFile, StopsAtALineThatBeginsWithAnUnprintableCharacter)
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failing on char 9\n");
 }
 
+TEST(IniFile, AByteOrderMarkEndsTheReadBeforeItsFirstLine)
+{
+    for (const std::string text : {"\xEF\xBB\xBF[A]\nx=1\n", "\xEF\xBB\xBF", "\xFF\xFE[\nA]\n"}) {
+        testing::internal::CaptureStdout();
+        const CIniFile ini = fromText(text.c_str(), false);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  text[0] == '\xFF' ? "Failing on char -1\n" : "Failing on char -17\n");
+        EXPECT_EQ(ini.NumKeys(), 0u);
+    }
+}
+
+TEST(IniFile, ATextWithoutASectionGivesOneWithoutAName)
+{
+    const CIniFile ini = fromText("a=1\nb=2\n;c\n A = 3\n");
+    EXPECT_EQ(ini.NumKeys(), 1u);
+    EXPECT_EQ(ini.KeyName(0), "");
+    EXPECT_EQ(ini.NumValues(0u), 2u);
+    EXPECT_EQ(ini.GetValue("", "a"), " 3");
+    EXPECT_EQ(ini.KeyComment("", 0), "c");
+    fromText("no mark at all\n", false);
+}
+
+TEST(IniFile, LinesOfAMegabyteAreReadWhole)
+{
+    const std::string megabyte(1 << 20, 'v');
+    const CIniFile ini = fromText(
+        ("[" + megabyte + "]\n" + megabyte + "=" + megabyte + "\n;" + megabyte + "\n" + megabyte).c_str());
+    EXPECT_EQ(ini.KeyName(0), megabyte);
+    EXPECT_EQ(ini.GetValue(megabyte, megabyte), megabyte);
+    EXPECT_EQ(ini.KeyComment(0, 0), megabyte);
+    EXPECT_EQ(ini.NumValues(0u), 1u);
+}
+
+TEST(IniFile, ALookUpOfManyLinesCostsNoMoreThanTheyAre)
+{
+    // One section of many values and many sections of one: minutes, if each line went through all names.
+    std::string text = "[A]\n";
+    for (int i = 0; i < 100'000; ++i)
+        text += "name" + std::to_string(i) + "=value\n";
+    for (int i = 0; i < 100'000; ++i)
+        text += "[section" + std::to_string(i) + "]\nx=1\n;c\n";
+    const CIniFile ini = fromText(text.c_str());
+    EXPECT_EQ(ini.NumKeys(), 100'001u);
+    EXPECT_EQ(ini.NumValues(0u), 100'000u);
+}
+
+TEST(IniFile, ASecondReadFindsWhatTheFirstLeft)
+{
+    CIniFile ini = fromText("x=0\n[A]\nx=1\n[B]\n");
+    EXPECT_TRUE(ini.ReadString("X=nameless\n;c\n[ a ]\nX=2\ny=3\n;of A\n[b]\nz=4\n"));
+    EXPECT_EQ(ini.NumKeys(), 5u) << "each section line appends";
+    EXPECT_EQ(ini.GetValue("", "x"), "nameless");
+    EXPECT_EQ(std::as_const(ini).KeyComment("", 0), "c");
+    EXPECT_EQ(ini.GetValue(1, 0), "2") << "values go to the first of the name";
+    EXPECT_EQ(ini.GetValue(1, 1), "3");
+    EXPECT_EQ(std::as_const(ini).KeyComment(1, 0), "of A");
+    EXPECT_EQ(ini.GetValue(2, 0), "4");
+    EXPECT_EQ(ini.NumValues(3) + ini.NumValues(4), 0u);
+}
+
+TEST(IniFile, ACommentAheadOfTheFirstSectionOfASecondReadIsDropped)
+{
+    CIniFile ini = fromText("[A]\n");
+    EXPECT_TRUE(ini.ReadString(";nowhere\n[B]\n"));
+    EXPECT_EQ(ini.NumHeaderComments() + ini.NumKeyComments("A") + ini.NumKeyComments("B"), 0u);
+}
+
+TEST(IniFile, ACaseSensitiveReadKeepsNamesApart)
+{
+    CIniFile ini;
+    ini.CaseSensitive();
+    EXPECT_TRUE(ini.ReadString("[A]\nx=1\nX=2\nx =3\n[a]\nx=4\n"));
+    EXPECT_EQ(ini.NumValues("A"), 2u);
+    EXPECT_EQ(ini.GetValue("A", "x"), "3");
+    EXPECT_EQ(ini.GetValue("a", "x"), "4");
+}
+
 TEST(IniFile, IgnoresWhiteSpaceAroundANameInEitherMode)
 {
     CIniFile ini = fromText("[ Section ]\n name =1\n");
@@ -296,6 +373,29 @@ TEST_F(IniOnDisk, ReportsAMissingFileAndDirectory)
     EXPECT_FALSE(m_ini.WriteFile());
     m_ini.Path("");
     EXPECT_FALSE(m_ini.ReadFile());
+}
+
+TEST_F(IniOnDisk, AZeroByteIsAnOrdinaryCharacterButForTheFirst)
+{
+    using namespace std::string_literals;
+    writeFile(m_path, "[A\0B]\nx\0y=1\0002\nz=3\n"s);
+    EXPECT_TRUE(m_ini.ReadFile());
+    EXPECT_EQ(m_ini.KeyName(0), "A\0B"s);
+    EXPECT_EQ(m_ini.GetValue(0, 0), "1\0002"s);
+    EXPECT_EQ(m_ini.GetValue(0, 1), "3");
+    writeFile(m_path, "[B]\nx=1\n\0[C]\n"s);
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(m_ini.ReadFile());
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failing on char 0\n");
+    EXPECT_EQ(m_ini.NumKeys(), 2u);
+}
+
+TEST_F(IniOnDisk, AFileOfZerosIsRefusedAtItsFirst)
+{
+    writeFile(m_path, std::string(1 << 20, '\0'));
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(m_ini.ReadFile());
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failing on char 0\n");
 }
 
 TEST_F(IniOnDisk, AddsASecondReadToTheFirst)
