@@ -39,7 +39,7 @@ CertInfoList makeCertInfoList(int count)
 {
     if (count < 1)
         return {};
-    void* records = std::calloc(static_cast<size_t>(count), sizeof(CERTINFO));
+    void* records = std::calloc(static_cast<size_t>(count) + 1, sizeof(CERTINFO));
     return CertInfoList(static_cast<CERTINFO*>(records), CertInfoListDeleter{count});
 }
 

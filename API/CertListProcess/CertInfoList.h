@@ -20,7 +20,10 @@ struct CertInfoListDeleter
  */
 using CertInfoList = std::unique_ptr<CERTINFO[], CertInfoListDeleter>;
 
-/** Makes a zeroed list. Empty when the count is below 1 or memory is short. */
+/**
+ * Makes a zeroed list. Behind its last record stands one more that stays zero: reading a pair admits that
+ * index. Empty when the count is below 1 or memory is short.
+ */
 CertInfoList makeCertInfoList(int count);
 
 /** Wipes keys, key random, PIN and password of a record, each where something was written. */

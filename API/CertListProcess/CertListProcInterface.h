@@ -79,7 +79,7 @@ public:
 
     // --- List -----------------------------------------------------------------------------------------
 
-    /** Loads the medium's list. 0, 10003, 10004 (no store), 10005 (PFX), 30006, 30007. */
+    /** Loads the medium's list. 0, 10003, 10004 (no store), 30006, 30007; of a PFX file also GetPKCS12's. */
     int LoadCertList();
 
     /** The count itself, of the medium's store. */
@@ -135,6 +135,42 @@ public:
      * is the room in the array, for a file that has grown since it was counted. Codes of GetRootCertCount.
      */
     int GetRootCertURL(char* pszConfPath, ROOTCERTURLINFO* pstRootCertURL, int nLimit = INT_MAX);
+
+    // --- Saving, deleting, PFX ------------------------------------------------------------------------
+
+    /**
+     * Writes a certificate and its keys to medium 1 or 2, see CLP_SaveCert. bEncKey says that the keys are
+     * encrypted already; on other media they are opened first, before the medium is refused.
+     */
+    int SaveCert(bool bEncKey, char* pszSignCert, int nSignCertLen, char* pszInSignKey, int nInSignKeyLen,
+                 char* pszKmCert, int nKmCertLen, char* pszInKmKey, int nInKmKeyLen, char* pszPassword);
+
+    /** Removes a listed certificate from its medium, see CLP_DeleteCert. */
+    int DeleteCert(int nIndex, char* pszPassword);
+
+    /** Writes a listed certificate and its keys to a PFX file under the same password, see CLP_ExportPFX. */
+    int ExportPFX(int nIndex, char* pszPassword, char* pszPFXPath);
+
+    /**
+     * Unpacks a PFX file; a pair that it lacks leaves its outputs untouched, which may then be null. 0,
+     * 10003, 10004, and the codes of CLoadDISK::GetPKCS12.
+     */
+    int GetCertPKCS12(char* pszPFXFilePath, char* pszPFXPassword, char** pszOutSignCert, int* nOutSignCertLen,
+                      char** pszOutSignKey, int* nOutSignKeyLen, char** pszOutKmCert, int* nOutKmCertLen,
+                      char** pszOutKmKey, int* nOutKmKeyLen);
+
+    /** The same for a caller of the session's; also 10004 for an empty path. */
+    int ImportPFX(char* pszFilePath, char* pszPassword, char** pszOutSignCert, int* nOutSignCertLen,
+                  char** pszOutSignKey, int* nOutSignKeyLen, char** pszOutKmCert, int* nOutKmCertLen,
+                  char** pszOutKmKey, int* nOutKmKeyLen);
+
+    /**
+     * Writes pairs that the caller holds to a PFX file; with bEncKey the keys are opened with the password
+     * first. 0, 10003, 10004, 30016 (a key does not open), 30104.
+     */
+    int ExportDataPFX(bool bEncKey, char* pszPassword, char* pszPFXFilePath, char* pszSignCert,
+                      int nSignCertLen, char* pszSignKey, int nSignKeyLen, char* pszKmCert, int nKmCertLen,
+                      char* pszKmKey, int nKmKeyLen);
 
     // --- File search ----------------------------------------------------------------------------------
 
@@ -246,6 +282,10 @@ private:
     template <typename Build>
     int countDrives(int* nCount, const int& built, Build build);
     int loadMemoryList();
+    int loadPfxList();
+    struct PfxOutputs;
+    int unpackPfx(char* pszPath, char* pszPassword, const PfxOutputs& outputs);
+    int makeSavePaths(char* pszSignCert, int nSignCertLen, HolderPaths& paths);
     static void copyRecord(CERTINFO& target, const CERTINFO& source);
     template <typename Work>
     int withPassword(int nIndex, const char* pszPassword, std::initializer_list<int> passwordMedia,

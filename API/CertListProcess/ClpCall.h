@@ -66,12 +66,6 @@ inline int unavailable(const char* name, const void* pContext)
     return endLine(name, QG_NOT_AVAILABLE);
 }
 
-/** Work of a function whose operation the session does not have. */
-inline int notYet(CCertListProcInterface&)
-{
-    return QG_NOT_AVAILABLE;
-}
-
 inline bool hasText(const char* text)
 {
     return text && *text != '\0';

@@ -63,22 +63,27 @@ int CLP_VerifyCert(void* pContext, int nIndex, int nMsgLen, char* pszVerifyMsg)
 
 // --- Saving, deleting, PFX ----------------------------------------------------------------------------
 
-int CLP_SaveCert(void* pContext, bool /*bEncKey*/, char* /*pszPassword*/, char* pszSignCert, int nSignCertLen,
-                 char* pszSignKey, int nSignKeyLen, char* /*pszKmCert*/, int /*nKmCertLen*/,
-                 char* /*pszKmKey*/, int /*nKmKeyLen*/)
+int CLP_SaveCert(void* pContext, bool bEncKey, char* pszPassword, char* pszSignCert, int nSignCertLen,
+                 char* pszSignKey, int nSignKeyLen, char* pszKmCert, int nKmCertLen, char* pszKmKey,
+                 int nKmKeyLen)
 {
     const bool usable = pszSignCert && pszSignKey && nSignCertLen >= 0 && nSignKeyLen >= 0;
-    return forward("CLP_SaveCert", pContext, usable, notYet);
+    return forward("CLP_SaveCert", pContext, usable, [&](Session& session) {
+        return session.SaveCert(bEncKey, pszSignCert, nSignCertLen, pszSignKey, nSignKeyLen, pszKmCert,
+                                nKmCertLen, pszKmKey, nKmKeyLen, pszPassword);
+    });
 }
 
 int CLP_ExportPFX(void* pContext, int nIndex, char* pszPassword, char* pszPFXPath)
 {
-    return forward("CLP_ExportPFX", pContext, nIndex >= 0 && pszPassword && pszPFXPath, notYet);
+    return forward("CLP_ExportPFX", pContext, nIndex >= 0 && pszPassword && pszPFXPath,
+                   [&](Session& session) { return session.ExportPFX(nIndex, pszPassword, pszPFXPath); });
 }
 
-int CLP_DeleteCert(void* pContext, int nIndex, char* /*pszPassword*/)
+int CLP_DeleteCert(void* pContext, int nIndex, char* pszPassword)
 {
-    return forward("CLP_DeleteCert", pContext, nIndex >= 0, notYet);
+    return forward("CLP_DeleteCert", pContext, nIndex >= 0,
+                   [&](Session& session) { return session.DeleteCert(nIndex, pszPassword); });
 }
 
 // --- File search --------------------------------------------------------------------------------------

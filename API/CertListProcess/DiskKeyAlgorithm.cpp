@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "LoadDISK.h"
+#include "SubjectTexts.h"
 #include "ToolkitBytes.h"
 #include "quillgate/returncodes.h"
 
@@ -9,8 +10,7 @@ namespace {
 /** Tag of another store: readers of the log know it so. */
 const char* const TAG = "CLoadSMCard::GetPrikeyAlg()";
 
-/** Size that the toolkit is told for subject and public key, and for the policy: only its head takes part. */
-constexpr int TEXT_SIZE = 1024;
+/** Size that the toolkit is told for the policy: only its head takes part. */
 constexpr int POLICY_SIZE = 40;
 
 /** Algorithm codes of the toolkit for the encryption of a key. */
@@ -21,14 +21,10 @@ enum
     ALGORITHM_OFFICE = 224
 };
 
-/** What the choice rests on; each text has one byte more than the toolkit is told. */
-struct CertTexts
+/** What the choice rests on; the policy has one byte more than the toolkit is told. */
+struct CertTexts : SubjectTexts
 {
     char policy[POLICY_SIZE + 1] = {};
-    char subject[TEXT_SIZE + 1] = {};
-    char algorithm[TEXT_SIZE + 1] = {};
-    char keyLength[TEXT_SIZE + 1] = {};
-    char key[TEXT_SIZE + 1] = {};
 };
 
 int readTexts(void* toolkit, CertTexts& texts, const char*& callee)
@@ -36,12 +32,7 @@ int readTexts(void* toolkit, CertTexts& texts, const char*& callee)
     callee = "CertGetPolicyID()";
     if (const int code = CertGetPolicyID(toolkit, POLICY_SIZE, texts.policy))
         return code;
-    callee = "CertGetSubjectName()";
-    if (const int code = CertGetSubjectName(toolkit, TEXT_SIZE, texts.subject))
-        return code;
-    callee = "CertGetPubKeyInfo()";
-    ToolkitBytes info(toolkit);
-    return CertGetPubKeyInfo(toolkit, texts.algorithm, texts.keyLength, TEXT_SIZE, texts.key, info.get());
+    return readSubjectTexts(toolkit, texts, callee);
 }
 
 int chooseAlgorithm(const CertTexts& texts)
@@ -50,8 +41,8 @@ int chooseAlgorithm(const CertTexts& texts)
         return ALGORITHM_GENERAL;
     if (strcasecmp(texts.keyLength, "2048 Bits") == 0)
         return ALGORITHM_2048;
-    char unit[TEXT_SIZE + 1] = {};
-    CUtil::GetOUString(texts.subject, TEXT_SIZE, unit);
+    char unit[SUBJECT_TEXT_SIZE + 1] = {};
+    CUtil::GetOUString(texts.subject, SUBJECT_TEXT_SIZE, unit);
     return strcasecmp(unit, "people") == 0 ? ALGORITHM_GENERAL : ALGORITHM_OFFICE;
 }
 

@@ -114,22 +114,6 @@ int CLoadDISK::changeKeyFile(const KeyFields& key, CERTINFO& record, char* pszOl
     return QG_OK;
 }
 
-int CLoadDISK::WriteFile(char* pszData, int nDataLen, char* pszFilePath)
-{
-    const OperationLog trace = log();
-    return trace.traced("CLoadDISK::WriteFile()", [&]() -> int {
-        if (!pszData || nDataLen < 1)
-            return QG_BAD_ARGUMENT;
-        ToolkitBytes bytes(m_pZRWrapCtx);
-        bytes.set(pszData, nDataLen);
-        const int code = MediaDiskWriteFile(m_pZRWrapCtx, pszFilePath, bytes.get());
-        if (code == QG_OK)
-            return QG_OK;
-        trace.failure("CLoadDISK::WriteFile()", "MediaDiskWriteFile()", code);
-        return CLPERR_FILE_WRITE;
-    });
-}
-
 int CLoadDISK::MemFree(void** ppv)
 {
     return log().traced("CLoadDISK::MemFree()", [&] { return freeHandedOut(ppv); });

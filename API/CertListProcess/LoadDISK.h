@@ -144,6 +144,75 @@ public:
     /** Writes one file. 0, 10004, 30201. */
     int WriteFile(char* pszData, int nDataLen, char* pszFilePath);
 
+    // --- Saving and deleting --------------------------------------------------------------------------
+
+    /**
+     * The four paths that a certificate (DER) and its files belong to, below the home directory on medium 1,
+     * below pszRemDrv on any other. Each output takes at most its length less one bytes. One organisation of
+     * no known place ("Zarvane") answers 0 with the outputs untouched.
+     *
+     * 0; -1 when the subject lacks CN, O or OU; 30014; 30015; 10004 for a missing output or an empty drive;
+     * 30201 when no file can be written under the subject's name: O, CN or the subject itself would be no
+     * single element of a path (it is empty, "." or "..", or holds a slash), a path would be cut at its
+     * limit, or there is no home directory. The outputs then stay as they were.
+     */
+    int MakeCertPath(int nMediaType, char* pszRemDrv, char* pszCert, int nCertLen, int nCertPathLen,
+                     char* pszCertPath, int nKeyPathLen, char* pszKeyPath, int nKmCertPathLen,
+                     char* pszKmCertPath, int nKmKeyPathLen, char* pszKmKeyPath);
+
+    /**
+     * Writes a certificate and its key, in this order and without a way back. With bEncKey the key is written
+     * as it is, else encrypted under the password with the toolkit's algorithm nAlg. 0, 10004, 30201.
+     */
+    int WriteCertNKey(bool bEncKey, char* pszPassword, int nAlg, char* pszCertPath, char* pszKeyPath,
+                      char* pszCert, int nCertLen, char* pszKey, int nKeyLen);
+
+    /**
+     * Copies a record's pairs out, the keys encrypted or, with bEncKey false, plain: a key that is closed is
+     * an empty buffer of length 0. Without a key-management certificate its outputs stay untouched and may be
+     * null. The index one past the list answers empty buffers. Freed with MemFree. 0; 10004; 10003 with what
+     * was made so far left to the caller.
+     */
+    int ReadCertNKey(bool bEncKey, int nIndex, char** pszCert, int* nCertLen, char** pszKey, int* nKeyLen,
+                     char** pszKmCert, int* nKmCertLen, char** pszKmKey, int* nKmKeyLen);
+
+    /** The same from two files, the key as it stands in its file. 0, 10003, 10004, 30013. */
+    int ReadCertNKeyFromPath(char* pszCertPath, char* pszKeyPath, char** pszCert, int* nCertLen,
+                             char** pszKey, int* nKeyLen);
+
+    /**
+     * Deletes a record's files: key, certificate, and the same of a key-management pair that the record
+     * names, the password being tested on each key. The record stays in the list. 0, 10004, 30011, 30200;
+     * what was deleted before a failure is gone.
+     */
+    int DeleteCertNKey(int nIndex, char* pszPassword);
+
+    /** The same without asking for the password, certificates first. 0, 10004, 30200. */
+    int DeleteCertNKey(int nIndex);
+
+    // --- PFX files ------------------------------------------------------------------------------------
+
+    /**
+     * Unpacks a PFX file (RFC 7292): certificates for signatures go to the Sign outputs, all others to the Km
+     * outputs, each with the first key that fits. Of two of one use the later stands. Outputs of a pair that
+     * the file lacks stay untouched and may be null. Freed with MemFree.
+     *
+     * 0; 30011 (file unreadable, wrong password); 30103; 30006 (no certificate, or not as many keys); 30014;
+     * 30015; 10003; 10004 (no path, a missing output). When no key fits the last certificate the result is
+     * the toolkit's number for that, with the pairs found before handed out all the same; after any other
+     * failure nothing is.
+     */
+    int GetPKCS12(char* pszPFXPath, char* pszPassword, char** pszSignCert, int* nSignCertLen,
+                  char** pszSignKey, int* nSignKeyLen, char** pszKmCert, int* nKmCertLen, char** pszKmKey,
+                  int* nKmKeyLen);
+
+    /**
+     * Packs one pair, or two when both key-management lengths are above 0, into a PFX file under the
+     * password. Keys are plain PKCS#8. 0, 30104 for every failure.
+     */
+    int MakePKCS12(char* pszPassword, char* pszPFXPath, char* pszSignCert, int nSignCertLen, char* pszSignKey,
+                   int nSignKeyLen, char* pszKmCert, int nKmCertLen, char* pszKmKey, int nKmKeyLen);
+
     /** Wipes and frees an array made with new[] and nulls the pointer. 0, 10004. */
     int MemFree(void** ppv);
 
@@ -239,5 +308,7 @@ private:
     int readSignPair(const OperationLog& trace, CERTINFO& record, const KnownRegular& regular,
                      ToolkitBytes& signCert);
     int readKmPair(const OperationLog& trace, CERTINFO& record, const KnownRegular& regular);
+    int writeBytes(const OperationLog& trace, const char* tag, char* pszFilePath, ToolkitBytes& bytes,
+                   int failureCode);
     int changeKeyFile(const KeyFields& key, CERTINFO& record, char* pszOldPassword, char* pszNewPassword);
 };

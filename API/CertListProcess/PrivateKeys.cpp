@@ -1,5 +1,6 @@
 #include "PrivateKeys.h"
 
+#include <algorithm>
 #include <cstring>
 #include <malloc.h>
 #include <new>
@@ -84,13 +85,17 @@ int handOut(const char* data, int length, char** out, int* outLength)
 {
     if (length < 1)
         return QG_OK;
-    if (!out || !outLength)
-        return QG_BAD_ARGUMENT;
-    SecretBuffer copy(data, static_cast<size_t>(length));
+    return out && outLength ? copyOut(data, length, out, outLength) : QG_BAD_ARGUMENT;
+}
+
+int copyOut(const char* data, int length, char** out, int* outLength)
+{
+    const int size = std::max(length, 0);
+    SecretBuffer copy(data, static_cast<size_t>(size));
     if (!copy)
         return QG_NO_MEMORY;
     *out = copy.release();
-    *outLength = length;
+    *outLength = size;
     return QG_OK;
 }
 

@@ -58,6 +58,12 @@ int verifyIdentity(const OperationLog& log, const CERTINFO& record, char* number
  */
 int handOut(const char* data, int length, char** out, int* outLength);
 
+/**
+ * The same where emptiness is told as well: a length below 1 hands out an empty buffer and 0. The outputs
+ * must be there. 0, or QG_NO_MEMORY with the outputs untouched.
+ */
+int copyOut(const char* data, int length, char** out, int* outLength);
+
 /** Wipes and frees an array that was handed out and nulls the pointer. 0, or QG_BAD_ARGUMENT for nothing. */
 int freeHandedOut(void** ppv);
 
@@ -68,13 +74,25 @@ struct HandedOut
     int length = 0;
 
     HandedOut() = default;
-    ~HandedOut()
+    ~HandedOut() { clear(); }
+    HandedOut(const HandedOut&) = delete;
+    HandedOut& operator=(const HandedOut&) = delete;
+
+    /** Wipes and frees the buffer. */
+    void clear()
     {
         void* bytes = data;
         freeHandedOut(&bytes);
+        data = nullptr;
+        length = 0;
     }
-    HandedOut(const HandedOut&) = delete;
-    HandedOut& operator=(const HandedOut&) = delete;
+
+    /** Takes a copy in place of what it held; nothing for a length below 1. 0, QG_NO_MEMORY. */
+    int copy(const char* bytes, int size)
+    {
+        clear();
+        return handOut(bytes, size, &data, &length);
+    }
 
     /** True unless there is a buffer and an output for it is missing. */
     bool canGoTo(char** out, const int* outLength) const { return !data || (out && outLength); }

@@ -1,25 +1,6 @@
-#include <initializer_list>
-
 #include "CertListProcInterface.h"
 #include "PrivateKeys.h"
-
-namespace {
-
-bool isEmpty(const char* text)
-{
-    return !text || *text == '\0';
-}
-
-bool isOneOf(int media, std::initializer_list<int> list)
-{
-    for (const int listed : list) {
-        if (media == listed)
-            return true;
-    }
-    return false;
-}
-
-} // namespace
+#include "SessionGuards.h"
 
 /**
  * The checks that open every password operation, then the work on the disk store. A medium that passes the

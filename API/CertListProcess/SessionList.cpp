@@ -50,7 +50,7 @@ int CCertListProcInterface::LoadCertList()
         case MEDIA_USIM:
             return QG_OK;
         case MEDIA_PFX:
-            return QG_NOT_AVAILABLE;
+            return loadPfxList();
         default:
             return QG_BAD_ARGUMENT;
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Secret.h"
+#include "quillgate/returncodes.h"
 #include "quillgate/toolkit.h"
 
 /**
@@ -25,10 +26,12 @@ public:
     ToolkitBytes(const ToolkitBytes&) = delete;
     ToolkitBytes& operator=(const ToolkitBytes&) = delete;
 
-    /** Gives the toolkit a copy of the bytes. A length of 0 is refused with 10004 and leaves the string
+    /** Gives the toolkit a copy of the bytes. A length below 1 is refused with 10004 and leaves the string
      * empty. */
     int set(const char* data, int length)
     {
+        if (length < 1)
+            return QG_BAD_ARGUMENT;
         auto* bytes = const_cast<unsigned char*>(reinterpret_cast<const unsigned char*>(data));
         return ZR_BINSTR_SetData(m_toolkit, bytes, length, &m_bytes);
     }

@@ -187,3 +187,80 @@ TEST_F(Memory, RandomThatCannotBeHandedOutIsTold)
               QG_NO_MEMORY);
     EXPECT_EQ(take(random, length), "random");
 }
+
+TEST_F(Memory, KeysThatCannotBeCopiedAreNotSaved)
+{
+    startOn(MEDIA_HARDDISK);
+    expectAll(answersOf([&] {
+                  EXPECT_FALSE(fs::exists(TestHome::path() / "NPKI"));
+                  return CLP_SaveCert(handle, false, text("pw"), text("cert"), 4, text("key"), 3, text("km"),
+                                      2, text("km"), 2);
+              }),
+              QG_NO_MEMORY);
+    session().m_nMediaType = 99; // where keys are opened
+    const FailingAllocations failing;
+    EXPECT_EQ(
+        CLP_SaveCert(handle, true, text("pw"), text("cert"), 4, text("pw:key"), 6, nullptr, 0, nullptr, 0),
+        QG_NO_MEMORY);
+}
+
+TEST_F(Memory, PairThatCannotBeReadOutLeavesWhatWasMadeToTheCaller)
+{
+    load();
+    for (int successes = 0; successes < 4; ++successes) {
+        char* out[4] = {};
+        int length[4] = {};
+        {
+            const FailingAllocations failing(successes);
+            EXPECT_EQ(disk().ReadCertNKey(true, 0, &out[0], &length[0], &out[1], &length[1], &out[2],
+                                          &length[2], &out[3], &length[3]),
+                      QG_NO_MEMORY);
+        }
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(out[i] != nullptr, i < successes);
+            take(out[i], length[i]);
+        }
+    }
+    char* out = nullptr;
+    int length = 0;
+    const std::string path = class1 / "a_sig.cer";
+    const FailingAllocations failing;
+    EXPECT_EQ(disk().ReadCertNKeyFromPath(text(path), text(path), &out, &length, &out, &length),
+              QG_NO_MEMORY);
+    EXPECT_EQ(out, nullptr);
+}
+
+TEST_F(Memory, PfxThatCannotBeHandedOutIsTold)
+{
+    ASSERT_EQ(start(), 0);
+    const std::string path = workDir / "a.pfx";
+    writeFile(path, FakeToolkit::pfx("pw", {"cert a", "km b"}, {"key a", "key b"}));
+    toolkit.certificateTexts["km b"] = {{"CertGetKeyUsage", "keyEncipherment"}};
+    char* out[4] = {};
+    int length[4] = {};
+    expectAll(answersOf([&] {
+                  EXPECT_EQ(out[0], nullptr);
+                  EXPECT_EQ(out[3], nullptr);
+                  return session().GetCertPKCS12(text(path), text("pw"), &out[0], &length[0], &out[1],
+                                                 &length[1], &out[2], &length[2], &out[3], &length[3]);
+              }),
+              QG_NO_MEMORY);
+    for (int i = 0; i < 4; ++i)
+        take(out[i], length[i]);
+    CertUnLoad(nullptr); // what unpacking leaves to the next load
+}
+
+TEST_F(Memory, RecordThatCannotBeCopiedIsNotExported)
+{
+    load();
+    const std::string path = workDir / "a.pfx";
+    {
+        const FailingLists failing;
+        EXPECT_EQ(CLP_ExportPFX(handle, 0, text("pw"), text(path)), QG_NO_MEMORY);
+    }
+    EXPECT_FALSE(fs::exists(path));
+    const FailingAllocations failing;
+    EXPECT_EQ(session().ExportDataPFX(false, text("pw"), text(path), text("cert"), 4, text("key"), 3, nullptr,
+                                      0, nullptr, 0),
+              QG_NO_MEMORY);
+}

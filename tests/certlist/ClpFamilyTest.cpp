@@ -246,15 +246,19 @@ TEST_F(ClpFamily, EveryWorkingFunctionFramesItsResult)
 TEST_F(ClpFamily, GuardsComeBeforeTheWork)
 {
     ASSERT_EQ(start(), 0);
+    session().m_nMediaType = MEDIA_PFX; // where the work itself would answer something else
     char some[] = "x";
-    EXPECT_EQ(CLP_SaveCert(handle, true, some, some, 0, some, 0, nullptr, 0, nullptr, 0), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CLP_SaveCert(handle, true, some, some, 0, some, 0, nullptr, 0, nullptr, 0),
+              CLPERR_MEDIUM_NOT_ALLOWED);
     EXPECT_EQ(CLP_SaveCert(handle, true, some, some, -1, some, 0, nullptr, 0, nullptr, 0), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_SaveCert(handle, true, some, some, 1, some, -1, nullptr, 0, nullptr, 0), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_SaveCert(handle, true, some, nullptr, 1, some, 1, nullptr, 0, nullptr, 0), QG_BAD_ARGUMENT);
-    EXPECT_EQ(CLP_ExportPFX(handle, 0, some, some), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CLP_SaveCert(handle, true, some, some, 1, nullptr, 1, nullptr, 0, nullptr, 0), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_DeleteCert(handle, 0, nullptr), CLPERR_MEDIUM_NOT_ALLOWED);
+    EXPECT_EQ(CLP_DeleteCert(handle, -1, nullptr), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_ExportPFX(handle, -1, some, some), QG_BAD_ARGUMENT);
     EXPECT_EQ(CLP_ExportPFX(handle, 0, nullptr, some), QG_BAD_ARGUMENT);
-    EXPECT_EQ(CLP_DeleteCert(handle, 0, nullptr), QG_NOT_AVAILABLE);
-    EXPECT_EQ(CLP_DeleteCert(handle, -1, nullptr), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_ExportPFX(handle, 0, some, nullptr), QG_BAD_ARGUMENT);
 }
 
 TEST_F(ClpFamily, UnavailableFunctionsAnswerWhateverTheHandle)

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 
 #include "TestHome.h"
@@ -33,6 +35,33 @@ void fill(BINSTR* bytes, const std::string& data)
 void fillText(char* target, int size, const std::string& text)
 {
     std::memcpy(target, text.c_str(), std::min<size_t>(text.size() + 1, static_cast<size_t>(size)));
+}
+
+/** Objects of a list, each closed by this byte; in front of them stands the list's mark. */
+constexpr char OBJECT_END = '\x1e';
+const char* const LIST_MARK = "list:";
+
+std::vector<std::string> objectsOf(const std::string& list)
+{
+    std::vector<std::string> objects;
+    std::istringstream in(list.substr(std::min(list.size(), std::strlen(LIST_MARK))));
+    for (std::string object; std::getline(in, object, OBJECT_END);)
+        objects.push_back(object);
+    return objects;
+}
+
+std::string listOf(const std::vector<std::string>& objects)
+{
+    std::string list = LIST_MARK;
+    for (const std::string& object : objects)
+        list += object + OBJECT_END;
+    return list;
+}
+
+std::string lastWord(const std::string& text)
+{
+    const size_t blank = text.rfind(' ');
+    return blank == std::string::npos ? text : text.substr(blank + 1);
 }
 
 /** All text getters: the text that the test gave, in the size that the caller told. */
@@ -85,7 +114,9 @@ FakeToolkit& FakeToolkit::current()
 int FakeToolkit::call(const std::string& name, const std::string& arguments)
 {
     calls.push_back(name + "(" + arguments + ")");
-    const auto failure = failures.find(name);
+    auto failure = failures.find(name);
+    if (failure == failures.end())
+        failure = failures.find(calls.back());
     return failure == failures.end() ? 0 : failure->second;
 }
 
@@ -95,6 +126,12 @@ std::string FakeToolkit::text(const std::string& getter)
     if (own != certificateTexts.end() && own->second.count(getter))
         return own->second[getter];
     return texts.count(getter) ? texts[getter] : "";
+}
+
+std::string FakeToolkit::pfx(const std::string& password, const std::vector<std::string>& certs,
+                             const std::vector<std::string>& keys)
+{
+    return "pfx;" + password + ";" + listOf(certs) + ";" + listOf(keys);
 }
 
 int FakeToolkit::count(const std::string& beginning) const
@@ -159,13 +196,13 @@ int CertLoad(void*, BINSTR* pBinCert)
     if (const int code = fake().call("CertLoad", bytesOf(pBinCert)))
         return code;
     fake().certificate = bytesOf(pBinCert);
-    ++fake().loaded;
+    fake().loaded = 1;
     return 0;
 }
 
 int CertUnLoad(void*)
 {
-    --fake().loaded;
+    fake().loaded = 0;
     return fake().call("CertUnLoad");
 }
 
@@ -230,7 +267,31 @@ int MediaDiskWriteFile(void*, char* pszFilePath, BINSTR* pBinData)
     if (const int code =
             fake().call("MediaDiskWriteFile", std::string(pszFilePath) + "," + bytesOf(pBinData)))
         return code;
-    writeFile(pszFilePath, bytesOf(pBinData));
+    try {
+        writeFile(pszFilePath, bytesOf(pBinData));
+    } catch (const std::exception&) {
+        return 1105;
+    }
+    return 0;
+}
+
+int MediaDiskDeleteCert(void*, char* pszFilePath, int nDataType)
+{
+    if (const int code = fake().call("MediaDiskDeleteCert", std::to_string(nDataType) + "," + pszFilePath))
+        return code;
+    return std::filesystem::remove(pszFilePath) ? 0 : 1100;
+}
+
+int MediaDiskDeletePriKey(void*, char* pszPassword, int nDataType, char* pszFilePath)
+{
+    if (const int code = fake().call("MediaDiskDeletePriKey", std::to_string(nDataType) + "," + pszFilePath))
+        return code;
+    if (!std::filesystem::exists(pszFilePath))
+        return 1100;
+    const std::string lead = std::string(pszPassword) + ":";
+    if (readFile(pszFilePath).compare(0, lead.size(), lead) != 0)
+        return TOOLKIT_WRONG_PASSWORD;
+    std::filesystem::remove(pszFilePath);
     return 0;
 }
 
@@ -269,6 +330,91 @@ int PriKeyChangePasswd(void* pContext, char* pszOldPasswd, char* pszNewPasswd, B
         code = PriKeyEncrypt(pContext, 64, pszNewPasswd, &plain, pBinNewPriKey);
     delete[] plain.pData;
     return code;
+}
+
+int PriKeyCheckKeyPair(void*, BINSTR* pBinCert, BINSTR* pBinPriKey)
+{
+    const std::string cert = bytesOf(pBinCert);
+    const std::string key = bytesOf(pBinPriKey);
+    if (const int code = fake().call("PriKeyCheckKeyPair", cert + "," + key))
+        return code;
+    return lastWord(cert) == lastWord(key) ? 0 : 2007;
+}
+
+int PFXExport(void*, int nOption, char* pszPassword, BINSTR* pBinSignCert, BINSTR* pBinSignKey,
+              BINSTR* pBinKmCert, BINSTR* pBinKmKey, BINSTR* pBinPFX)
+{
+    const std::string cert = bytesOf(pBinSignCert);
+    const std::string key = bytesOf(pBinSignKey);
+    const std::string rest = pBinKmCert || pBinKmKey ? "more" : "nothing else";
+    if (const int code =
+            fake().call("PFXExport", std::to_string(nOption) + "," + (pszPassword ? pszPassword : "null") +
+                                         "," + cert + "," + key + "," + rest))
+        return code;
+    if (cert.empty() || key.empty() || !pszPassword)
+        return QG_BAD_ARGUMENT;
+    fill(pBinPFX, FakeToolkit::pfx(pszPassword, {cert}, {key}));
+    return 0;
+}
+
+int PFXExportMultiPair(void*, int nOption, char* pszPassword, BINSTR* pBinCerts, BINSTR* pBinKeys,
+                       BINSTR* pBinPFX)
+{
+    if (const int code = fake().call("PFXExportMultiPair", std::to_string(nOption) + "," + pszPassword))
+        return code;
+    fill(pBinPFX, FakeToolkit::pfx(pszPassword, objectsOf(bytesOf(pBinCerts)), objectsOf(bytesOf(pBinKeys))));
+    return 0;
+}
+
+int PFXImportMultiPair2(void*, int nOption, BINSTR* pBinPFX, char* pszPassword, BINSTR* pBinCerts,
+                        BINSTR* pBinKeys, BINSTR*)
+{
+    fake().call("PFXImportMultiPair2", std::to_string(nOption) + "," + (pszPassword ? pszPassword : "null"));
+    if (fake().importFailures.count(nOption))
+        return fake().importFailures[nOption];
+    std::istringstream in(bytesOf(pBinPFX));
+    std::string mark, password, certs, keys;
+    std::getline(in, mark, ';');
+    std::getline(in, password, ';');
+    std::getline(in, certs, ';');
+    std::getline(in, keys, ';');
+    if (mark != "pfx" || !pszPassword)
+        return 9;
+    if (password != pszPassword)
+        return TOOLKIT_WRONG_PFX_PASSWORD;
+    fill(pBinCerts, certs);
+    fill(pBinKeys, keys);
+    return 0;
+}
+
+int UTILAddObject(void*, BINSTR* pBinObj, BINSTR* pBinObjs)
+{
+    if (const int code = fake().call("UTILAddObject", bytesOf(pBinObj)))
+        return code;
+    if (bytesOf(pBinObj).empty())
+        return QG_BAD_ARGUMENT;
+    auto objects = objectsOf(bytesOf(pBinObjs));
+    objects.push_back(bytesOf(pBinObj));
+    fill(pBinObjs, listOf(objects));
+    return 0;
+}
+
+int UTILGetObjectCount(void*, BINSTR* pBinObjs, int* nCnt)
+{
+    if (const int code = fake().call("UTILGetObjectCount"))
+        return code;
+    if (bytesOf(pBinObjs).empty())
+        return QG_BAD_ARGUMENT;
+    *nCnt = static_cast<int>(objectsOf(bytesOf(pBinObjs)).size());
+    return 0;
+}
+
+int UTILGetObject(void*, BINSTR* pBinObjs, int nIndex, BINSTR* pBinObj)
+{
+    if (const int code = fake().call("UTILGetObject", std::to_string(nIndex)))
+        return code;
+    fill(pBinObj, objectsOf(bytesOf(pBinObjs)).at(static_cast<size_t>(nIndex)));
+    return 0;
 }
 
 int VIDGetRandomFromPriKey(void*, BINSTR* pBinPriKey, BINSTR* pBinRandom)

@@ -10,7 +10,8 @@
  * deleted, records the calls with their arguments, and fails where a test says so.
  *
  * Files are read as they are. An encrypted key is "password:key"; a plain key "R:value" holds the random
- * "value". One instance a test, made before the session.
+ * "value". A PFX file is pfx(password, certificates, keys), in any number; certificate and key fit when their
+ * last words are the same. One instance a test, made before the session.
  */
 class FakeToolkit
 {
@@ -21,7 +22,7 @@ public:
     /** The instance of the running test; the flat functions reach it. */
     static FakeToolkit& current();
 
-    /** Code that a flat function answers instead of working, by its name. */
+    /** Code that a flat function answers instead of working, by its name or by a call as it is recorded. */
     std::map<std::string, int> failures;
 
     /** Text that a getter gives, by its name. A getter without one gives nothing. */
@@ -47,7 +48,7 @@ public:
 
     int liveBytes = 0; /**< byte strings created and not deleted */
     int unwiped = 0;   /**< byte strings that still held bytes when they were deleted */
-    int loaded = 0;    /**< certificates loaded and not unloaded */
+    int loaded = 0;    /**< 1 while a certificate is loaded: the next load replaces it */
     int contexts = 0;  /**< contexts started and not finished */
 
     /** Records a call; its failure code, or 0. */
@@ -55,6 +56,13 @@ public:
 
     /** Text of a getter for the loaded certificate. */
     std::string text(const std::string& getter);
+
+    /** A PFX file. */
+    static std::string pfx(const std::string& password, const std::vector<std::string>& certs,
+                           const std::vector<std::string>& keys);
+
+    /** Codes of PFXImportMultiPair2, by its mode; they come before the file. */
+    std::map<int, int> importFailures;
 
     /** Number of recorded calls that begin so. */
     int count(const std::string& beginning) const;

@@ -13,12 +13,6 @@ TEST_F(List, MediaWithoutAStoreAreRefused)
     EXPECT_EQ(CLP_LoadCertList(handle), 0);
 }
 
-TEST_F(List, PfxMediumIsNotThereYet)
-{
-    startOn(MEDIA_PFX);
-    EXPECT_EQ(CLP_LoadCertList(handle), QG_NOT_AVAILABLE);
-}
-
 TEST_F(List, EmptyDiskIsTold)
 {
     startOn(MEDIA_HARDDISK);

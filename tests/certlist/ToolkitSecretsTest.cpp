@@ -41,8 +41,9 @@ protected:
     {
         // Numbers that no other test takes: the process under test has never had these keys.
         const Plain plain;
-        writeHolder(
-            {.sign = pair(request("hong", 20), plain.text), .km = pair(request("km", 21), plain.text)});
+        samplepki::Request km = request("km", 21);
+        km.keyUsage = samplepki::EnvelopeUse;
+        writeHolder({.sign = pair(request("hong", 20), plain.text), .km = pair(km, plain.text)});
         writeMasked(needles / "sign", key(20).privateKeyInfo().substr(600, 32));
         writeMasked(needles / "km", key(21).privateKeyInfo().substr(600, 32));
         writeMasked(needles / "random", key(20).random());
@@ -82,6 +83,31 @@ protected:
         ASSERT_EQ(CLP_SelectCert(handle, 0, plain.text, &record), 0);
         explicit_bzero(&record, sizeof(record));
         ASSERT_EQ(CLP_SetPFXInfo(handle, text("/a.pfx"), plain.text), 0);
+    }
+
+    /** Saves the plain keys of the listed certificate anew, as a host does that holds them. */
+    void savePlainKeys()
+    {
+        Plain plain;
+        char* out[2] = {};
+        int length[2] = {};
+        ASSERT_EQ(CLP_DecryptPriKeyData(handle, 0, plain.text, &out[0], &length[0], &out[1], &length[1]), 0);
+        static CERTINFO record;
+        ASSERT_EQ(CLP_GetCertInfo(handle, 0, &record), 0);
+        ASSERT_EQ(CLP_SaveCert(handle, false, plain.text, record.szSignCert, record.nSignCertLen, out[0],
+                               length[0], record.szKmCert, record.nKmCertLen, out[1], length[1]),
+                  0);
+        explicit_bzero(&record, sizeof(record));
+        free(out[0]);
+        free(out[1]);
+    }
+
+    /** Deletes all that is listed, each with its password. */
+    void deleteListed()
+    {
+        Plain plain;
+        for (int i = 0; i < CLP_GetCertCount(handle); ++i)
+            ASSERT_EQ(CLP_DeleteCert(handle, i, plain.text), 0);
     }
 
     void free(char* buffer)
@@ -140,6 +166,41 @@ TEST_F(Secrets, NothingIsLeftAfterANewLoad)
     openKeys();
     ASSERT_EQ(CLP_SetPFXInfo(handle, nullptr, nullptr), 0);
     ASSERT_EQ(load(), 0);
+    expectNothingLeft();
+}
+
+TEST_F(Secrets, NothingIsLeftOfSavedAndDeletedKeys)
+{
+    ASSERT_EQ(load(), 0);
+    savePlainKeys();
+    EXPECT_EQ(signKey.count(), 1) << "the list's record, and nothing else";
+    ASSERT_EQ(load(), 0);
+    ASSERT_EQ(CLP_GetCertCount(handle), 2) << "the one that was saved has a directory of its own";
+    expectNothingLeft();
+    deleteListed();
+    expectNothingLeft();
+    CLP_UnInitalize(handle);
+    handle = nullptr;
+    expectNothingLeft();
+}
+
+TEST_F(Secrets, NothingIsLeftOfExportedAndLoadedPfxFiles)
+{
+    ASSERT_EQ(load(), 0);
+    const std::string path = TestHome::scratch("pfx") / "hong.pfx";
+    {
+        Plain plain;
+        ASSERT_EQ(CLP_ExportPFX(handle, 0, plain.text, text(path)), 0);
+        EXPECT_EQ(signKey.count(), 1) << "the list's record, and nothing else";
+        EXPECT_EQ(kmKey.count(), 1);
+        ASSERT_EQ(CLP_SetPFXInfo(handle, text(path), plain.text), 0);
+    }
+    start(MEDIA_PFX);
+    ASSERT_EQ(CLP_LoadCertList(handle), 0);
+    EXPECT_EQ(signKey.count(), 2) << "both lists' records";
+    EXPECT_EQ(kmKey.count(), 2);
+    CLP_UnInitalize(handle);
+    handle = nullptr;
     expectNothingLeft();
 }
 

@@ -196,6 +196,123 @@ TEST_F(Trace, PasswordCheckFailsUnderAnotherMembersName)
         Contains("CCertListProcInterface::ExportDataPFX() >> PriKeyDecrypt() : 2004 (toolkit says no)"));
 }
 
+TEST_F(Trace, SavingKeepsItsTags)
+{
+    const auto save = [&](bool encrypted) {
+        return systemLogOf([&] {
+            session().SaveCert(encrypted, text("cert"), 4, text("other:key"), 9, nullptr, 0, nullptr, 0,
+                               text("pw"));
+        });
+    };
+    toolkit.failures = {{"CertGetSubjectName", 9}};
+    EXPECT_THAT(save(true),
+                ElementsAre("CCertListProcInterface::SaveCert() Start...",
+                            "CLoadDISK::MakeCertPath() Start...",
+                            "CLoadDISK::ParsingCert() >> CertGetSubjectName() : 9 (toolkit says no)",
+                            "CLoadDISK::MakeCertPath() End... : 30015",
+                            "CCertListProcInterface::SaveCert() End... : 30015"));
+    toolkit.failures = {{"CertGetPubKeyInfo", 9}};
+    EXPECT_THAT(save(true),
+                Contains("CLoadDISK::ParsingCert() >> CertGetPubKeyInfo() : 9 (toolkit says no)"));
+    toolkit.failures = {{"CertLoad", 9}};
+    EXPECT_THAT(save(true), Contains("CLoadDISK::MakeCertPath() >> CertLoad() : 9 (toolkit says no)"));
+    toolkit.failures = {{"MediaDiskWriteFile", 9}};
+    EXPECT_THAT(save(true),
+                Contains("CLoadDISK::WriteCertNKey() >> MediaDiskWriteFile() : 9 (toolkit says no)"));
+    toolkit.failures = {{"PriKeyEncrypt", 9}};
+    EXPECT_THAT(save(false), Contains("CLoadDISK::WriteCertNKey() >> PriKeyEncrypt() : 9 (toolkit says no)"));
+    toolkit.failures.clear();
+    session().m_nMediaType = 99;
+    EXPECT_THAT(save(true),
+                Contains("CCertListProcInterface::SaveCert() >> PriKeyDecrypt() : 2004(toolkit says no)"));
+}
+
+TEST_F(Trace, DeletingHasNoEndLine)
+{
+    load();
+    const auto begins = [](const std::string& line) {
+        return line.compare(0, 28, "CLoadDISK::DeleteCertNKey() ") == 0;
+    };
+    const auto deletionOf = [&](const char* password) {
+        std::vector<std::string> lines;
+        for (const std::string& line : systemLogOf([&] { session().DeleteCert(0, text(password)); }))
+            if (begins(line))
+                lines.push_back(line);
+        return lines;
+    };
+    EXPECT_THAT(
+        deletionOf("wrong"),
+        ElementsAre("CLoadDISK::DeleteCertNKey() Start...",
+                    "CLoadDISK::DeleteCertNKey() >> MediaDiskDeletePriKey() : 2004 (toolkit says no)"));
+    toolkit.failures = {{"MediaDiskDeleteCert", 9}};
+    EXPECT_THAT(deletionOf("pw"),
+                ElementsAre("CLoadDISK::DeleteCertNKey() Start...",
+                            "CLoadDISK::DeleteCertNKey() >> MediaDiskDeleteCert() : 9 (toolkit says no)"));
+    EXPECT_THAT(deletionOf(""), ElementsAre("CLoadDISK::DeleteCertNKey() Start...",
+                                            "CLoadDISK::DeleteCertNKey() >> remove() : 2"))
+        << "the key is gone already";
+    EXPECT_THAT(systemLogOf([&] { disk().DeleteCertNKey(-1); }),
+                ElementsAre("CLoadDISK::DeleteCertNKey() Start..."));
+}
+
+TEST_F(Trace, ReadingPairsTellsWhatWasEmpty)
+{
+    writeFile(class1 / "empty", "");
+    char* out = nullptr;
+    int length = 0;
+    const std::string path = class1 / "empty";
+    EXPECT_THAT(systemLogOf([&] {
+                    disk().ReadCertNKeyFromPath(text(path), text(path), &out, &length, &out, &length);
+                }),
+                ElementsAre("CLoadDISK::ReadCertNKeyFromPath() Start...",
+                            "CLoadDISK::ReadCertNKeyFromPath() >> Cert&Key data is null",
+                            "CLoadDISK::ReadCertNKeyFromPath() End... : 30013"));
+}
+
+TEST_F(Trace, PfxOperationsKeepTheirTags)
+{
+    const std::string path = workDir / "a.pfx";
+    char* out[4] = {};
+    int length[4] = {};
+    const auto import = [&] {
+        return systemLogOf([&] {
+            session().ImportPFX(text(path), text("pw"), &out[0], &length[0], &out[1], &length[1], &out[2],
+                                &length[2], &out[3], &length[3]);
+        });
+    };
+    EXPECT_THAT(import(),
+                ElementsAre("CCertListProcInterface::ImportPFX() Start...", "CLoadDISK::GetPKCS12() Start...",
+                            "CLoadDISK::GetPKCS12() >> MediaDiskReadFile() : 1100 (toolkit says no)",
+                            "CLoadDISK::GetPKCS12() End... : 30011",
+                            "CCertListProcInterface::SaveCert() End... : 30011"));
+    writeFile(path, FakeToolkit::pfx("pw", {"cert a", "cert b"}, {"key a"}));
+    EXPECT_THAT(import(), Contains("CLoadDISK::GetPKCS12() >> CLPERR_NOTEXISTCERT"));
+    writeFile(path, FakeToolkit::pfx("pw", {"cert a"}, {"key a"}));
+    const auto lines = import();
+    EXPECT_THAT(lines, Contains("CLoadDISK::MemFree() End... : 0").Times(2)) << "the store's two buffers";
+    take(out[0], length[0]);
+    take(out[1], length[1]);
+    toolkit.failures = {{"PFXExport", 9}};
+    EXPECT_THAT(systemLogOf([&] {
+                    session().ExportDataPFX(false, text("pw"), text(path), text("cert"), 4, text("key"), 3,
+                                            nullptr, 0, nullptr, 0);
+                }),
+                Contains("CLoadDISK::MakePKCS12() >> PFXExport() : 9 (toolkit says no)"));
+    toolkit.failures = {{"MediaDiskWriteFile", 9}};
+    EXPECT_THAT(systemLogOf([&] {
+                    session().ExportDataPFX(false, text("pw"), text(path), text("cert"), 4, text("key"), 3,
+                                            nullptr, 0, nullptr, 0);
+                }),
+                Contains("CLoadDISK::MakePKCS12() >> MediaDiskWriteFile() : 9 (toolkit says no)"));
+    EXPECT_THAT(
+        systemLogOf([&] {
+            session().ExportDataPFX(true, text("pw"), text(path), text("cert"), 4, text("x:key"), 5, nullptr,
+                                    0, nullptr, 0);
+        }),
+        Contains("CCertListProcInterface::ExportDataPFX() >> PriKeyDecrypt() : 2004 (toolkit says no)"));
+    CertUnLoad(nullptr); // what unpacking leaves to the next load
+}
+
 TEST_F(Trace, EmptyListIsTold)
 {
     TestHome::reset();

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <set>
 #include <sstream>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -231,15 +232,18 @@ TEST_P(HostileArgumentsOnEachSide, ToTheFlatFamily)
 
 TEST_P(HostileArgumentsOnEachSide, ToTheListService)
 {
-    host::writeHolder();
-    void* session = host::openSession(GetParam());
+    std::filesystem::current_path(TestHome::scratch("working-directory"));
     for (const Function& function : exportedFunctions()) {
         SCOPED_TRACE(function.name);
-        if ((function.name.find("CLP_") == 0 || function.name.find("ClearCertData") != std::string::npos) &&
-            !needsItsOwnTest(function.name))
-            callWithEveryKind(function, reinterpret_cast<Word>(session));
+        if ((function.name.find("CLP_") != 0 && function.name.find("ClearCertData") == std::string::npos) ||
+            needsItsOwnTest(function.name))
+            continue;
+        // Each function meets the holder: one of them deletes it.
+        host::writeHolder();
+        void* session = host::openSession(GetParam());
+        callWithEveryKind(function, reinterpret_cast<Word>(session));
+        CLP_UnInitalize(session);
     }
-    CLP_UnInitalize(session);
 }
 
 INSTANTIATE_TEST_SUITE_P(Toolkits, HostileArgumentsOnEachSide, testing::Values(TOOLKIT_ZRTK, TOOLKIT_GPKI));
@@ -256,6 +260,112 @@ TEST_F(HostileArguments, SessionsThatNeverStarted)
             callWithEveryKind(function, reinterpret_cast<Word>(handle));
         }
     CLP_UnInitalize(handle);
+}
+
+/** A session over one holder, for functions that write and delete files. */
+class HostileFiles : public HostileArguments
+{
+protected:
+    HostileFiles()
+    {
+        host::writeHolder();
+        session = host::openSession();
+        CLP_GetCertInfo(session, 0, record.get());
+    }
+    ~HostileFiles() override { CLP_UnInitalize(session); }
+
+    int save(const std::string& certificate, const std::string& key)
+    {
+        return CLP_SaveCert(session, true, password.data(), const_cast<char*>(certificate.data()),
+                            static_cast<int>(certificate.size()), const_cast<char*>(key.data()),
+                            static_cast<int>(key.size()), nullptr, 0, nullptr, 0);
+    }
+
+    /** Names of everything below the home directory. */
+    static std::set<std::string> home()
+    {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(TestHome::path()))
+            names.insert(entry.path());
+        return names;
+    }
+
+    /** Things that are no files, by their paths, and paths that lead nowhere. */
+    static std::vector<std::string> odd(const std::filesystem::path& directory)
+    {
+        mkfifo((directory / "fifo").c_str(), 0600);
+        std::filesystem::create_directory(directory / "directory");
+        std::filesystem::create_symlink("loop", directory / "loop");
+        return {directory / "fifo",
+                directory / "directory",
+                "/dev/full",
+                "/dev/null/below",
+                directory / "loop" / "below",
+                std::string(5000, 'a'),
+                directory / std::string(256, 'a'),
+                "/proc/self/mem/x",
+                "/"};
+    }
+
+    void* session = nullptr;
+    std::string password = host::password();
+    std::unique_ptr<CERTINFO> record = std::make_unique<CERTINFO>();
+};
+
+TEST_F(HostileFiles, CertificatesCutAtEveryLengthAreNotSaved)
+{
+    const std::string certificate(record->szSignCert, static_cast<std::size_t>(record->nSignCertLen));
+    const auto before = home();
+    for (std::size_t length = 1; length < certificate.size(); ++length)
+        ASSERT_EQ(save(certificate.substr(0, length), "key"), CLPERR_CERT_LOAD) << length;
+    EXPECT_EQ(home(), before);
+}
+
+TEST_F(HostileFiles, LengthsThatMakeNoSenseAreRefused)
+{
+    char bytes[] = "bytes";
+    const auto before = home();
+    for (const int length : {0, -1, INT_MIN}) {
+        EXPECT_NE(CLP_SaveCert(session, true, password.data(), bytes, length, bytes, 5, bytes, 5, bytes, 5),
+                  0);
+        EXPECT_NE(CLP_SaveCert(session, true, password.data(), bytes, 5, bytes, length, bytes, 5, bytes, 5),
+                  0);
+    }
+    EXPECT_EQ(home(), before);
+}
+
+TEST_F(HostileFiles, ThingsThatAreNoFilesAreNotWrittenTo)
+{
+    const std::filesystem::path directory = TestHome::scratch("odd");
+    for (std::string& path : odd(directory))
+        EXPECT_EQ(CLP_ExportPFX(session, 0, password.data(), path.data()), CLPERR_PFX_EXPORT) << path;
+    EXPECT_TRUE(std::filesystem::is_fifo(directory / "fifo"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+TEST_F(HostileFiles, ThingsThatAreNoFilesAreNoPfx)
+{
+    ASSERT_EQ(CLP_SetMediaType(session, MEDIA_PFX, 0), 0);
+    for (std::string& path : odd(TestHome::scratch("odd"))) {
+        ASSERT_EQ(CLP_SetPFXInfo(session, path.data(), password.data()), 0);
+        EXPECT_EQ(CLP_LoadCertList(session), CLPERR_WRONG_PASSWORD) << path;
+    }
+}
+
+TEST_F(HostileFiles, IndexesOutsideTheListDeleteAndExportNothing)
+{
+    const auto before = home();
+    std::string path = TestHome::scratch("export") / "a.pfx";
+    for (const int index : {-1, 1, INT_MAX, INT_MIN}) {
+        EXPECT_EQ(CLP_DeleteCert(session, index, nullptr), QG_BAD_ARGUMENT);
+        EXPECT_EQ(CLP_DeleteCert(session, index, password.data()), QG_BAD_ARGUMENT);
+        EXPECT_EQ(CLP_ExportPFX(session, index, password.data(), path.data()), QG_BAD_ARGUMENT);
+    }
+    ASSERT_EQ(CP_ClearCertData(session), 0);
+    EXPECT_EQ(CLP_DeleteCert(session, 0, nullptr), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CLP_ExportPFX(session, 0, password.data(), path.data()), QG_BAD_ARGUMENT);
+    EXPECT_EQ(home(), before);
+    EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(HostileArguments, MemFreeOfNothing)
