@@ -1,6 +1,7 @@
 /* Finding a certificate in a PFX file. */
 
 #include <QtTest>
+#include <algorithm>
 
 #include "BoundedText.h"
 #include "DialogBench.h"
@@ -176,6 +177,82 @@ private slots:
         press(dialog, "pushButton_ok");
         QCOMPARE(dialog.m_nDlgResult, 1);
         QCOMPARE(messages.take(), QStringList());
+    }
+
+    void anImportLeavesTheMediaButtonsAsTheyWere()
+    {
+        ChosenFile file("/a/file.pfx");
+        DialogBench bench;
+        const SelectCertDialog& dialog = bench.openDisk();
+        const auto buttons = [&dialog] {
+            QStringList looks;
+            for (const auto* button : dialog.findChild<QWidget*>("groupBox")->findChildren<QPushButton*>())
+                looks.append(button->objectName() + button->styleSheet() +
+                             (button->isEnabled() ? "enabled" : "disabled"));
+            return looks;
+        };
+        const QStringList before = buttons();
+        QVERIFY(before.size() > 1);
+        typePfxPassword("secret");
+        press(dialog, "pushButton_find");
+        QCOMPARE(dialog.m_nMediaType, int(MEDIA_MEMORY));
+        QCOMPARE(buttons(), before);
+    }
+
+    void anExpiredCertificateOutOfAFileDoesNotLockThePassword()
+    {
+        ChosenFile file("/a/file.pfx");
+        HeardMessages messages;
+        DialogBench bench;
+        bench.load->nExpiredOption = EXPIRED_LOCK_PASSWORD;
+        const SelectCertDialog& dialog = bench.openDisk();
+        service.certs = {expiredCert("out of the file")};
+        typePfxPassword("secret");
+        press(dialog, "pushButton_find");
+        QCOMPARE(rows(dialog), 1);
+        QVERIFY(child<QLineEdit>(dialog, "lineEdit_password").isEnabled());
+        QCOMPARE(messages.take(), QStringList());
+    }
+
+    void thePasswordOfAFileStaysUntilTheDialogIsGone()
+    {
+        ChosenFile file("/a/file.pfx");
+        DialogBench bench;
+        const SelectCertDialog& dialog = bench.openDisk();
+        typePfxPassword("secret");
+        press(dialog, "pushButton_find");
+        QCOMPARE(dialog.m_szPFXPassword, "secret");
+        press(dialog, "pushButton_hdd");
+        QCOMPARE(dialog.m_nMediaType, int(MEDIA_HARDDISK));
+        QCOMPARE(dialog.m_szPFXPassword, "secret");
+        bench.reopen();
+        QCOMPARE(dialog.m_szPFXPassword, "secret");
+    }
+
+    void aShorterPasswordReplacesAllOfALongerOne()
+    {
+        ChosenFile file("/a/file.pfx");
+        DialogBench bench;
+        const SelectCertDialog& dialog = bench.openDisk();
+        for (const char* password : {"a long password", "short"}) {
+            typePfxPassword(password);
+            press(dialog, "pushButton_find");
+        }
+        const QByteArray kept(dialog.m_szPFXPassword, 1024);
+        QCOMPARE(kept, QByteArray("short").leftJustified(1024, '\0'));
+    }
+
+    void aKoreanPathReachesTheServiceInTheLocalesBytes()
+    {
+        ChosenFile file("/a/인증서.pfx");
+        DialogBench bench;
+        const SelectCertDialog& dialog = bench.openDisk();
+        typePfxPassword("secret");
+        press(dialog, "pushButton_find");
+        const QByteArray path = QString("/a/인증서.pfx").toLocal8Bit();
+        QCOMPARE(service.count("CLP_ImportPFX"), 1);
+        QVERIFY(std::find(service.calls.begin(), service.calls.end(),
+                          "CLP_ImportPFX(" + path.toStdString() + ",secret)") != service.calls.end());
     }
 
     void aFailingLoadEmptiesTheTableAndIsSaidTwice_data()
