@@ -25,6 +25,8 @@ std::vector<Ratio> ratios()
          1.15},
         {"PFX file written / bare OpenSSL", "ExportPfx", "FloorExportPfx", 1.1},
         {"PFX file read / bare OpenSSL", "ImportPfx", "FloorImportPfx", 1.1},
+        {"CLP_SaveCert, two pairs / bare write and fsync of four files", "Save", "FloorSave", 0},
+        {"CIniFile of 10,000 lines / bare fgets and split", "Ini", "FloorIni", 0},
         {"flat call / dlsym and an indirect call", "FlatCall", "FloorCall", 1.3},
         {"CRYPTHashFile, SHA-256, 100 MiB / bare OpenSSL", "HashFile", "FloorHashFile", 1.05},
         {"CRYPTEncryptFile, AES-256, 100 MiB / bare OpenSSL", "EncryptFile", "FloorEncryptFile", 1.05},
