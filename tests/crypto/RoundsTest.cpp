@@ -1,54 +1,14 @@
 // What must hold over many calls and at once: nothing grows, nothing secret stays, contexts don't meet.
 
-#include <functional>
-#include <malloc.h>
 #include <thread>
-#include <unistd.h>
 
 #include "CryptoTest.h"
-
-namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int rounds = 100; // the sanitizer itself reports what is left
-#else
-constexpr int rounds = 10000;
-#endif
-
-/** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. A leak has more. */
-constexpr std::size_t cacheNoise = 65536;
-
-/** Bytes that the process has allocated. */
-std::size_t allocatedBytes()
-{
-    return mallinfo2().uordblks;
-}
-
-/** Kilobytes of memory that the process occupies. */
-long residentKilobytes()
-{
-    const std::string status = readFile("/proc/self/status");
-    return std::stol(status.substr(status.find("VmRSS:") + 6));
-}
-
-} // namespace
+#include "MemoryDirectory.h"
+#include "MemoryGrowth.h"
 
 class Rounds : public CryptoTest
 {
 protected:
-    void SetUp() override
-    {
-        CryptoTest::SetUp();
-        // The operations flush each file to its medium, which is not what is looked at here.
-        memory = std::filesystem::path("/dev/shm") / ("qgtk-rounds-" + std::to_string(getpid()));
-        std::filesystem::create_directory(memory);
-    }
-    void TearDown() override
-    {
-        std::filesystem::remove_all(memory);
-        CryptoTest::TearDown();
-    }
-
     /** One round of every operation, each right and wrong. */
     void everyOperation()
     {
@@ -93,8 +53,8 @@ protected:
     void everyFileOperation()
     {
         const bool zrtk = isZrtk();
-        const std::string plain = memory / "plain";
-        const std::string out = memory / "out";
+        const std::string plain = memory.path() / "plain";
+        const std::string out = memory.path() / "out";
         writeFile(plain, "data of a round");
         EXPECT_EQ(call("CRYPT_GenKeyAndIV", QG_CIPHER_ARIA256 + 0), 0);
         EXPECT_EQ(call(zrtk ? "CRYPT_EncryptFile" : "CRYPT_Encrypt_File", text(plain), text(out)), 0);
@@ -128,29 +88,14 @@ protected:
         EXPECT_EQ(call("CRYPT_SetEnvChangeIV"), 0);
     }
 
-    /** Runs something often and expects that memory is as it was after the first rounds. */
-    void expectNoGrowth(const std::function<void()>& round)
-    {
-        for (int i = 0; i < rounds / 10; ++i)
-            round();
-        const std::size_t allocated = allocatedBytes();
-        const long resident = residentKilobytes();
-        for (int i = 0; i < rounds; ++i)
-            round();
-        EXPECT_LT(allocatedBytes(), allocated + cacheNoise);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-        EXPECT_LT(residentKilobytes(), resident + 1024);
-#endif
-        (void)resident;
-    }
-
-    std::filesystem::path memory;
+    /** The operations flush each file to its medium, which is not what is looked at here. */
+    const MemoryDirectory memory{"qgtk-rounds"};
 };
 INSTANTIATE_BOTH_SIDES(Rounds);
 
 TEST_P(Rounds, OperationsOnBytesLeaveNothing)
 {
-    expectNoGrowth([this] { everyOperation(); });
+    memory_growth::expectNone([this] { everyOperation(); });
 }
 
 TEST_P(Rounds, OperationsWithKeysLeaveNothing)
@@ -158,19 +103,19 @@ TEST_P(Rounds, OperationsWithKeysLeaveNothing)
     // A short key: what is left behind does not depend on it, the time does.
     const Pair rsa = opensslPair({"-algorithm", "RSA", "-pkeyopt", "rsa_keygen_bits:1024"});
     int round = 0;
-    expectNoGrowth([&] { everyKeyOperation(rsa, ++round % 10 == 0); });
+    memory_growth::expectNone([&] { everyKeyOperation(rsa, ++round % 10 == 0); });
 }
 
 TEST_P(Rounds, OperationsOnFilesLeaveNothing)
 {
-    expectNoGrowth([this] { everyFileOperation(); });
+    memory_growth::expectNone([this] { everyFileOperation(); });
 }
 
 TEST_P(Rounds, OperationsOfOneSideLeaveNothing)
 {
     if (!isZrtk())
         GTEST_SKIP() << "the other side has none of its own";
-    expectNoGrowth([this] { everyOperationOfZrtk(); });
+    memory_growth::expectNone([this] { everyOperationOfZrtk(); });
 }
 
 TEST_P(Rounds, TwoContextsOnTwoThreadsDoNotMeet)

@@ -9,6 +9,7 @@
 #include "KeySamples.h"
 #include "TestHome.h"
 #include "ToolkitLibrary.h"
+#include "Unprivileged.h"
 #include "samplepki/Authority.h"
 
 namespace fs = std::filesystem;
@@ -165,23 +166,18 @@ TEST_P(MediaOperation, UnreadableFilesAreToldFromMissingOnes)
     writeFile(closed, "x");
     fs::create_directory(directory / "locked");
     writeFile(directory / "locked/file", "x");
-    for (fs::path step = directory; step != "/"; step = step.parent_path())
-        fs::permissions(step, fs::perms::others_exec, fs::perm_options::add);
-    chmod(closed.c_str(), 0);
-    chmod((directory / "locked").c_str(), 0700);
-    const pid_t child = fork();
-    if (child == 0) {
-        // Root may read everything.
-        if (setgid(65534) != 0 || setuid(65534) != 0)
-            _exit(9);
-        const bool right = read(closed) == number(Code::FileUnreadable) &&
-                           read(directory / "locked/file") == number(Code::FileUnreadable) &&
-                           write(directory / "new", "x") == number(Code::FileNotWritten);
-        _exit(right ? 0 : 1);
+    Unprivileged::makeReachable(directory);
+    for (const fs::path& place : {fs::path(closed), directory / "locked"})
+        fs::permissions(place, fs::perms::none);
+    fs::permissions(directory, fs::perms::owner_write, fs::perm_options::remove);
+    {
+        const Unprivileged user;
+        EXPECT_EQ(read(closed), number(Code::FileUnreadable));
+        EXPECT_EQ(read(directory / "locked/file"), number(Code::FileUnreadable));
+        EXPECT_EQ(write(directory / "new", "x"), number(Code::FileNotWritten));
     }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+    for (const fs::path& place : {fs::path(directory), directory / "locked"})
+        fs::permissions(place, fs::perms::owner_all);
     EXPECT_FALSE(fs::exists(directory / "new"));
 }
 

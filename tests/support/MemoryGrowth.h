@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <string>
+
+/** Whether something is left behind by many rounds of an operation. */
+namespace memory_growth {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool sanitized = true;
+#else
+constexpr bool sanitized = false;
+#endif
+
+/**
+ * Rounds of an operation: enough that one block forgotten in each is above the noise. QUILLGATE_ROUNDS asks
+ * for more of them. A sanitizer needs few, for it reports what is left by itself.
+ */
+inline int rounds()
+{
+    const char* asked = std::getenv("QUILLGATE_ROUNDS");
+    if (asked)
+        return std::atoi(asked);
+    return sanitized ? 100 : 2500;
+}
+
+/** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. A leak has more. */
+constexpr std::size_t cacheNoise = 65536;
+
+/** Bytes that the process has allocated. */
+inline std::size_t allocatedBytes()
+{
+    return mallinfo2().uordblks;
+}
+
+/** Kilobytes of memory that the process occupies. */
+inline long residentKilobytes()
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    long kilobytes = 0;
+    while (status >> word) {
+        if (word == "VmRSS:")
+            status >> kilobytes;
+    }
+    return kilobytes;
+}
+
+/** Runs something often and expects that memory is as it was after the first tenth of the rounds. */
+inline void expectNone(const std::function<void()>& round, int count = rounds())
+{
+    for (int i = 0; i < count / 10; ++i)
+        round();
+    const std::size_t allocated = allocatedBytes();
+    const long resident = residentKilobytes();
+    for (int i = 0; i < count; ++i)
+        round();
+    EXPECT_LT(allocatedBytes(), allocated + cacheNoise);
+    if (!sanitized) {
+        EXPECT_LT(residentKilobytes(), resident + 1024);
+    }
+}
+
+} // namespace memory_growth
