@@ -38,7 +38,7 @@ QUILLGATE_API int OCSPMakeOCSPReq(void* pContext, BINSTR* pBinCerts, bool bSign,
  * Sends a request and gives the response.
  *
  * @param pContext context of ZR_Initalize
- * @param pszURL address of the responder
+ * @param pszURL http: address of the responder; empty: the one that pBinCert names
  * @param pBinCert certificate, DER
  * @param pBinReqMsg request, DER
  * @param[out] pBinResMsg response, DER
@@ -49,7 +49,9 @@ QUILLGATE_API int OCSPSendAndRecv(void* pContext, char* pszURL, BINSTR* pBinCert
                                   BINSTR* pBinResMsg);
 
 /**
- * Verifies a response. The GPKI side also sets *pnCertStatCnt.
+ * Verifies a response: its signer, that it answers this very request, and its age. The GPKI side also sets
+ * *pnCertStatCnt, and keeps the statuses for OCSPGetCertStatus; a status that isn't good is no failure there.
+ * On the ZR side the result is the verdict on all certificates.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinReqMsg request, DER
@@ -62,12 +64,20 @@ QUILLGATE_API int OCSPSendAndRecv(void* pContext, char* pszURL, BINSTR* pBinCert
 QUILLGATE_API int OCSPVerifyResMsg(void* pContext, BINSTR* pBinReqMsg, BINSTR* pBinResMsg, int* pnCertStatCnt,
                                    BINSTR* pBinOCSPSvrCert);
 
+/** Values of *pnStatus of OCSPGetCertStatus. */
+enum
+{
+    QG_STATUS_GOOD = 0,    /**< not revoked */
+    QG_STATUS_REVOKED = 1, /**< revoked, for a time or for good */
+    QG_STATUS_UNKNOWN = 2, /**< the responder doesn't know the certificate, or left it out */
+};
+
 /**
  * Gives answer nIndex of the verified response: status, revocation date's text, reason. GPKI side only.
  *
  * @param pContext context of ZR_Initalize
  * @param nIndex answer, from 0
- * @param[out] pnStatus status of the certificate
+ * @param[out] pnStatus QG_STATUS_...
  * @param[out] szRevocationDate date of revocation, at least 50 bytes
  * @param[out] pRevReason QG_REVOKED_..., QG_REVOKED_NOT when there is none
  * @return 0 or a code that all share

@@ -91,6 +91,11 @@ X509Stack certificatePath(Context& context, ByteView certificate, const std::str
     throw failureOf(Code::PathTooLong, sk_X509_value(path.get(), 0), context.charset());
 }
 
+X509Handle findIssuer(Context& context, IssuerSearch& issuers, X509* certificate)
+{
+    return issuerOf(context, issuers, owned<X509Stack>(sk_X509_new_null()), certificate);
+}
+
 Bytes pathBytes(const X509Stack& path)
 {
     Bytes list;

@@ -11,6 +11,9 @@ namespace qgtk {
  */
 X509Stack certificatePath(Context& context, ByteView certificate, const std::string& configurationFile = {});
 
+/** The issuer of a certificate, by name and signature, looked for as above. Throws IssuerMissing. */
+X509Handle findIssuer(Context& context, IssuerSearch& issuers, X509* certificate);
+
 /** A path as a list of DER certificates, one behind the other. */
 Bytes pathBytes(const X509Stack& path);
 

@@ -92,6 +92,7 @@ Configuration Configuration::read(const std::string& path)
         result.keyIterations = numberOf(values, "KEY_ITERATIONS", result.keyIterations);
         result.connectSeconds = numberOf(values, "CONNECT_TIMEOUT", result.connectSeconds);
         result.totalSeconds = numberOf(values, "TOTAL_TIMEOUT", result.totalSeconds);
+        result.serviceUrl = textIn(values, "IVS_URL");
         if (textIn(values, "LANGUAGE") == "ENG")
             result.language = Language::English;
         readDirectories(sections, {"CA_INFO_COUNT", "CA_INFO", "CA_DN", "DIR_URL"}, result.directories);

@@ -27,6 +27,8 @@ struct Configuration
     int connectSeconds = 5; /**< "CONNECT_TIMEOUT": to reach a server */
     int totalSeconds = 15;  /**< "TOTAL_TIMEOUT": for all that one operation asks of servers */
 
+    std::string serviceUrl; /**< "IVS_URL": the validation service; empty: none */
+
     /** Entries of the sections "CA_INFO1" or "LDAP_INFO1" and so on, of which "VALIDATOIN_OPTION" has the
      * count. */
     std::vector<DirectoryEntry> directories;

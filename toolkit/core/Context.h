@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "toolkit/core/Certificate.h"
+#include "toolkit/core/CertificateStatus.h"
 #include "toolkit/core/Charset.h"
 #include "toolkit/core/Configuration.h"
 #include "toolkit/core/Crypto.h"
@@ -75,7 +76,9 @@ public:
     VerifySettings verifySettings;
     CryptoSettings cryptoSettings;
     MessageState messages;
-    ReplyStore replies; /**< what servers gave, when the settings keep it */
+    std::vector<Bytes> ocspIssuers;       /**< of the last status request, DER */
+    std::vector<OcspStatus> ocspStatuses; /**< what the last verified status response says */
+    ReplyStore replies;                   /**< what servers gave, when the settings keep it */
 
 private:
     std::string m_configurationFile;

@@ -63,6 +63,7 @@ namespace qgtk {
     X(OcspRefused, 1332, "The responder refused the request", "상태확인 서버가 요청을 거부했습니다") \
     X(OcspUntrusted, 1333, "The responder's answer is not trusted", "상태확인 응답을 신뢰할 수 없습니다") \
     X(OcspOutdated, 1334, "The responder's answer is outdated", "상태확인 응답의 유효기간이 지났습니다") \
+    X(ServiceMissing, 1335, "The configuration names no validation service", "설정 파일에 검증 서버가 없습니다") \
     X(UrlRefused, 1400, "The address is not supported", "지원하지 않는 주소입니다") \
     X(ServerUnreachable, 1401, "The server cannot be reached", "서버에 연결할 수 없습니다") \
     X(ServerTimeout, 1402, "The server does not answer in time", "서버가 제한 시간 안에 응답하지 않습니다") \
@@ -117,7 +118,9 @@ namespace qgtk {
     X(CipherKeyLength, 5204, "The key or initial value has the wrong length", "키 또는 초기값의 길이가 올바르지 않습니다") \
     X(DataLength, 5205, "The length of the data does not fit the key or cipher", "데이터의 길이가 키 또는 암호 알고리즘에 맞지 않습니다") \
     X(PublicKeyDamaged, 5206, "The public key is damaged or is not one", "공개키가 손상되었거나 공개키가 아닙니다") \
-    X(KeyUnsuitable, 5207, "The key is not suitable for the operation", "해당 작업에 사용할 수 없는 키입니다")
+    X(KeyUnsuitable, 5207, "The key is not suitable for the operation", "해당 작업에 사용할 수 없는 키입니다") \
+    X(OcspRequestDamaged, 5300, "The status request is damaged or is not one", "상태확인 요청이 손상되었거나 요청이 아닙니다") \
+    X(OcspNoStatus, 5301, "The status response has no such entry", "상태확인 응답에 해당 항목이 없습니다")
 // clang-format on
 
 #define QGTK_CODE_ENUMERATOR(name, number, english, korean) name = (number),

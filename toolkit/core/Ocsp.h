@@ -1,19 +1,8 @@
 #pragma once
 
-#include "toolkit/core/PrivateKey.h"
-#include "toolkit/core/Revocation.h"
+#include "toolkit/core/OcspMessages.h"
 
 namespace qgtk {
-
-/** Who signs a request; null certificate: nobody. */
-struct RequestSigner
-{
-    X509Handle certificate;
-    KeyHandle key;
-};
-
-/** Decodes a signer's certificate and plain private key. Throws CertDamaged, KeyNotPlain, KeyMismatch. */
-RequestSigner requestSigner(const Crypto& crypto, ByteView certificate, ByteView plainKey);
 
 /** A responder's verdict, when it is a good one or a revocation. */
 struct OcspAnswer

@@ -5,13 +5,6 @@
 
 namespace qgtk {
 
-/** When and why a certificate was revoked. */
-struct RevocationEntry
-{
-    std::string date; /**< local time "YYYY-MM-DD hh:mm:ss"; empty when it is not revoked */
-    int reason = -1;  /**< CRLReason; -1 when none is given */
-};
-
 /** The text and number of a revocation. */
 RevocationEntry revocationEntry(const ASN1_TIME* time, int reason);
 

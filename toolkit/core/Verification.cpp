@@ -59,21 +59,6 @@ bool fits(X509* certificate, CertificateUse use)
     return true;
 }
 
-X509Stack validPath(Context& context, ServerAccess& servers, ByteView der, const VerifyRequest& request)
-{
-    const X509Handle leaf = decodeX509(context.crypto(), der);
-    if (sk_X509_OBJECT_num(X509_STORE_get0_objects(context.trusted())) == 0)
-        throw failureOf(Code::NoTrustedRoot, leaf.get(), context.charset());
-    IssuerSearch issuers(context, servers);
-    PathRun run;
-    run.leaf = leaf.get();
-    run.policies = policiesOf(request.policies);
-    X509Stack path = findPath(context, issuers, std::move(run));
-    if (!fits(leaf.get(), request.use))
-        throw failureOf(Code::UsageRefused, leaf.get(), context.charset());
-    return path;
-}
-
 void askResponders(Context& context, ServerAccess& servers, const X509Stack& path,
                    const RequestSigner& signer)
 {
@@ -154,6 +139,21 @@ std::vector<std::string> policiesOf(std::string_view text)
     return policies;
 }
 
+X509Stack validPath(Context& context, ServerAccess& servers, ByteView der, const VerifyRequest& request)
+{
+    const X509Handle leaf = decodeX509(context.crypto(), der);
+    if (sk_X509_OBJECT_num(X509_STORE_get0_objects(context.trusted())) == 0)
+        throw failureOf(Code::NoTrustedRoot, leaf.get(), context.charset());
+    IssuerSearch issuers(context, servers);
+    PathRun run;
+    run.leaf = leaf.get();
+    run.policies = policiesOf(request.policies);
+    X509Stack path = findPath(context, issuers, std::move(run));
+    if (!fits(leaf.get(), request.use))
+        throw failureOf(Code::UsageRefused, leaf.get(), context.charset());
+    return path;
+}
+
 void verifyCertificate(Context& context, ByteView certificate, const VerifyRequest& request)
 {
     ServerAccess servers(context, request.configurationFile);
@@ -169,13 +169,13 @@ void checkStatusByCrl(Context& context, ByteView certificate, RevocationEntry& e
     checkRevocationLists(context, servers, path, entry);
 }
 
-void checkStatusByOcsp(Context& context, ByteView certificate, const std::string& url,
+void checkStatusByOcsp(Context& context, ByteView certificate, const ResponderChoice& responder,
                        const RequestSigner& signer, OcspAnswer& answer)
 {
-    ServerAccess servers(context);
+    ServerAccess servers(context, responder.configurationFile);
     const X509Stack path = validPath(context, servers, certificate, {});
     if (sk_X509_num(path.get()) > 1)
-        checkByResponder(context, servers.network, path, 0, url, signer, answer);
+        checkByResponder(context, servers.network, path, 0, responder.url, signer, answer);
 }
 
 } // namespace qgtk

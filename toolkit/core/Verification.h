@@ -33,6 +33,13 @@ CertificateUse certificateUseOf(int certificateType);
 std::vector<std::string> policiesOf(std::string_view text);
 
 /**
+ * The path of a certificate up to a root that the context trusts, which comes last. Throws NoTrustedRoot, the
+ * codes of a path and UsageRefused.
+ */
+X509Stack validPath(Context& context, ServerAccess& servers, ByteView certificate,
+                    const VerifyRequest& request);
+
+/**
  * Verifies a certificate up to a root that the context trusts, by the context's settings. Returns when all is
  * well; throws the verdict otherwise, see Code.
  */
@@ -44,8 +51,15 @@ void verifyCertificate(Context& context, ByteView certificate, const VerifyReque
  */
 void checkStatusByCrl(Context& context, ByteView certificate, RevocationEntry& entry);
 
+/** A responder to ask, empty: the certificate's own, and the file that names directories, as above. */
+struct ResponderChoice
+{
+    std::string url;
+    std::string configurationFile = {};
+};
+
 /** The same at a status responder, with who it is. */
-void checkStatusByOcsp(Context& context, ByteView certificate, const std::string& url,
+void checkStatusByOcsp(Context& context, ByteView certificate, const ResponderChoice& responder,
                        const RequestSigner& signer, OcspAnswer& answer);
 
 } // namespace qgtk

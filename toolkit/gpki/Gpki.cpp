@@ -214,7 +214,7 @@ QGTK_OPERATION(CERT_CheckStatByOCSP)
         const VerifyRequest request = verifyRequest(context, 0, nullptr, sign, signerCertificate, signerKey);
         OcspAnswer answer;
         const auto check = [&] {
-            checkStatusByOcsp(context, viewOf(certificate), std::string(textArgument(url)), request.signer,
+            checkStatusByOcsp(context, viewOf(certificate), {std::string(textArgument(url))}, request.signer,
                               answer);
         };
         reportRevocation(check, answer.entry, date, reason);
