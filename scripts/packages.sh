@@ -2,13 +2,13 @@
 # shellcheck shell=bash
 
 # To compile and link the library, the toolkit and the tools.
-build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev libldap-dev libcli11-dev
+build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev libldap-dev libp11-kit-dev libcli11-dev
                 libgtest-dev libgmock-dev libbenchmark-dev libnss-wrapper)
 # Fonts for the Korean dialog, and OpenSSL's legacy provider (libssl3), which knows the SEED cipher.
 demo_packages=(fonts-nanum libssl3)
 # Independent programs that the tests compare with, a display, and the style checks.
-test_packages=(openssl gnutls-bin libnss3-tools slapd python3 xvfb xauth binutils clang clang-format clang-tidy doxygen
-               librsvg2-bin imagemagick fontconfig)
+test_packages=(openssl gnutls-bin libnss3-tools softhsm2 opensc slapd python3 xvfb xauth binutils clang clang-format
+               clang-tidy doxygen librsvg2-bin imagemagick fontconfig)
 
 # install_missing WHY PACKAGE...: installs with apt what dpkg does not have; says what and why, asks for sudo when
 # not root. Does nothing, and touches no network, when all is there.

@@ -18,18 +18,50 @@
  * @{
  */
 
+/** Slot numbers that the array of PKCS11GetSlotList has room for. */
+enum
+{
+    QG_TOKEN_SLOTS = 64 /**< more slots with tokens answer 1006 and fill nothing */
+};
+
 /**
- * Fills *pSlotCnt and that many slot numbers; the caller's array must have room.
+ * Token description, as the open toolkit fills it: the CK_TOKEN_INFO of PKCS#11 2.40, section 3.3. Texts are
+ * UTF-8, filled up with blanks and not terminated. Counts may be -1, unknown; a maximum of 0 is none.
+ */
+struct PKCS11_TOKEN_INFO
+{
+    unsigned char label[32];            /**< name that the token was initialised with */
+    unsigned char manufacturerID[32];   /**< maker */
+    unsigned char model[16];            /**< model */
+    unsigned char serialNumber[16];     /**< serial number */
+    unsigned long flags;                /**< bits CKF_..., as 0x400 initialised, 0x40000 PIN locked */
+    unsigned long ulMaxSessionCount;    /**< sessions that one program may open */
+    unsigned long ulSessionCount;       /**< sessions that this program has open */
+    unsigned long ulMaxRwSessionCount;  /**< of these, for writing, at most */
+    unsigned long ulRwSessionCount;     /**< of these, for writing */
+    unsigned long ulMaxPinLen;          /**< longest PIN, bytes */
+    unsigned long ulMinPinLen;          /**< shortest PIN, bytes */
+    unsigned long ulTotalPublicMemory;  /**< bytes for public objects */
+    unsigned long ulFreePublicMemory;   /**< bytes left of these */
+    unsigned long ulTotalPrivateMemory; /**< bytes for private objects */
+    unsigned long ulFreePrivateMemory;  /**< bytes left of these */
+    unsigned char hardwareVersion[2];   /**< major and minor version */
+    unsigned char firmwareVersion[2];   /**< major and minor version */
+    unsigned char utcTime[16];          /**< YYYYMMDDhhmmss00 when the token has a clock */
+};
+
+/**
+ * Fills *pSlotCnt and that many slot numbers, of the slots that hold a token.
  *
  * @param pContext context of ZR_Initalize
- * @param[out] pSlotList slot numbers; the array must have room
+ * @param[out] pSlotList slot numbers; the array has room for QG_TOKEN_SLOTS
  * @param[out] pSlotCnt number of slots
  * @return 0, a code that all share, or 10004 without pSlotList
  */
 QUILLGATE_API int PKCS11GetSlotList(void* pContext, unsigned long* pSlotList, unsigned long* pSlotCnt);
 
 /**
- * Fills a record whose layout belongs to the library.
+ * Fills a record whose layout belongs to the library; the open toolkit's is the one above.
  *
  * @param pContext context of ZR_Initalize
  * @param uSlotID slot
@@ -39,7 +71,7 @@ QUILLGATE_API int PKCS11GetSlotList(void* pContext, unsigned long* pSlotList, un
 QUILLGATE_API int PKCS11GetTokenInfo(void* pContext, unsigned long uSlotID, PKCS11_TOKEN_INFO* pTokenInfo);
 
 /**
- * Initialises a token. ZR side only.
+ * Initialises a token. ZR side only. The open toolkit takes the first one that is not initialised.
  *
  * @param pContext context of ZR_Initalize
  * @param pszSoPIN PIN of the security officer

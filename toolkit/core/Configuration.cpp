@@ -95,6 +95,7 @@ Configuration Configuration::read(const std::string& path)
         result.serviceUrl = textIn(values, "IVS_URL");
         if (textIn(values, "LANGUAGE") == "ENG")
             result.language = Language::English;
+        result.tokenModule = textIn(values, "PKCS11_MODULE");
         readDirectories(sections, {"CA_INFO_COUNT", "CA_INFO", "CA_DN", "DIR_URL"}, result.directories);
         readDirectories(sections, {"LDAP_INFO_COUNT", "LDAP_INFO", "DN", "URL"}, result.directories);
     } catch (const Failure&) {

@@ -24,6 +24,8 @@ struct Configuration
     int keyIterations = defaultIterations;    /**< "KEY_ITERATIONS": what new keys are written with */
     Language language = Language::Korean;     /**< "LANGUAGE": KOR or ENG, of the texts of failures */
 
+    std::string tokenModule; /**< "PKCS11_MODULE": path or bare name; empty: none */
+
     int connectSeconds = 5; /**< "CONNECT_TIMEOUT": to reach a server */
     int totalSeconds = 15;  /**< "TOTAL_TIMEOUT": for all that one operation asks of servers */
 

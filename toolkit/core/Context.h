@@ -11,8 +11,8 @@
 #include "toolkit/core/Crypto.h"
 #include "toolkit/core/CryptoSettings.h"
 #include "toolkit/core/MessageState.h"
-#include "toolkit/core/Module.h"
 #include "toolkit/core/Network.h"
+#include "toolkit/core/Token.h"
 #include "toolkit/core/VerifySettings.h"
 #include "toolkit/core/X509Objects.h"
 
@@ -70,7 +70,7 @@ public:
      */
     std::string errorText();
 
-    ModuleHandle module;   /**< the loaded medium */
+    Token token;           /**< the loaded medium and the session on it */
     int hashAlgorithm = 4; /**< see digestOfCode */
     int option = 0;        /**< the caller's; nothing acts on it yet */
     VerifySettings verifySettings;

@@ -111,6 +111,23 @@ namespace qgtk {
     X(PemContent, 5002, "The data are not one DER structure", "데이터가 하나의 DER 구조가 아닙니다") \
     X(ModuleNotLoaded, 5100, "The module cannot be loaded", "모듈을 로드할 수 없습니다")                               \
     X(ModuleUnsuitable, 5101, "The library is not a PKCS#11 module", "PKCS#11 모듈이 아닙니다") \
+    X(NoModule, 5110, "No PKCS#11 module is loaded", "PKCS#11 모듈이 로드되지 않았습니다") \
+    X(ModuleFailed, 5111, "The PKCS#11 module reports a failure", "PKCS#11 모듈에서 오류가 발생했습니다") \
+    X(NoSlot, 5112, "There is no such slot", "해당 슬롯이 없습니다") \
+    X(NoToken, 5113, "There is no token", "토큰이 없습니다") \
+    X(TokenUninitialised, 5114, "The token is not initialised", "초기화되지 않은 토큰입니다") \
+    X(TokenRemoved, 5115, "The token has been removed or its session has ended", "토큰이 제거되었거나 세션이 종료되었습니다") \
+    X(NoTokenSession, 5116, "No session is open", "열린 세션이 없습니다") \
+    X(TokenSessionOpen, 5117, "A session is open already", "이미 열린 세션이 있습니다") \
+    X(WrongPin, 5118, "The PIN is wrong", "PIN이 올바르지 않습니다") \
+    X(PinLocked, 5119, "The PIN is locked", "PIN이 잠겼습니다") \
+    X(PinRefused, 5120, "The token does not accept such a PIN", "토큰에서 허용하지 않는 PIN입니다") \
+    X(TokenLoggedIn, 5121, "Somebody has logged in already", "이미 로그인되어 있습니다") \
+    X(TokenLoggedOut, 5122, "Nobody has logged in", "로그인되지 않았습니다") \
+    X(TokenReadOnly, 5123, "The token is write-protected", "쓰기가 금지된 토큰입니다") \
+    X(TokenFull, 5124, "The token is full", "토큰의 저장 공간이 부족합니다") \
+    X(TokenObjectMissing, 5125, "The token holds no such object", "토큰에 해당 객체가 없습니다") \
+    X(TokenObjectExists, 5126, "The token holds such an object already", "토큰에 이미 해당 객체가 있습니다") \
     X(SignatureWrong, 5200, "The signature is wrong", "서명이 올바르지 않습니다") \
     X(MacWrong, 5201, "The authentication code is wrong", "메시지 인증 코드가 올바르지 않습니다") \
     X(NotDecryptable, 5202, "The data cannot be decrypted", "데이터를 복호화할 수 없습니다") \

@@ -1,5 +1,7 @@
 #include "toolkit/core/Registry.h"
 
+#include "toolkit/core/TokenModule.h"
+
 namespace qgtk {
 
 Registry& Registry::instance()
@@ -7,6 +9,8 @@ Registry& Registry::instance()
     // OpenSSL must be up before the registry is made: what is made later ends earlier, and the contexts need
     // OpenSSL to end, at exit too. No option is set, so the process's configuration is not loaded by this.
     static const int started = OPENSSL_init_crypto(0, nullptr);
+    // So must the table of the modules that the contexts release.
+    TokenModule::prepare();
     static Registry registry;
     (void)started;
     return registry;

@@ -115,12 +115,12 @@ QGTK_OPERATION(CERT_GetCert)(void* handle, BINSTR* certificates, int index, BINS
 
 QGTK_OPERATION(STORAGE_Load)(void* handle, char* path)
 {
-    return callOn(handle, [&](Context& context) { context.module = loadModule(pathArgument(path)); });
+    return callOn(handle, [&](Context& context) { context.token.load(pathArgument(path)); });
 }
 
 QGTK_OPERATION(STORAGE_Unload)(void* handle)
 {
-    return callOn(handle, [&](Context& context) { context.module.reset(); });
+    return callOn(handle, [&](Context& context) { context.token.unload(); });
 }
 
 QGTK_OPERATION(STORAGE_ReadFile)(void* handle, char* path, BINSTR* data)

@@ -89,12 +89,12 @@ QGTK_OPERATION(CERT_GetSubjectName_DERFormat)(void* handle, BINSTR* name)
 
 QGTK_OPERATION(MEDIA_Load)(void* handle, char* path)
 {
-    return callOn(handle, [&](Context& context) { context.module = loadModule(pathArgument(path)); });
+    return callOn(handle, [&](Context& context) { context.token.load(pathArgument(path)); });
 }
 
 QGTK_OPERATION(MEDIA_Unload)(void* handle)
 {
-    return callOn(handle, [&](Context& context) { context.module.reset(); });
+    return callOn(handle, [&](Context& context) { context.token.unload(); });
 }
 
 QGTK_OPERATION(MEDIA_DISK_ReadFile)(void* handle, char* path, BINSTR* data)

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+
+#include "quillgate/toolkit_token.h"
+#include "toolkit/core/TokenSession.h"
+#include "toolkit/interface/Interface.h"
+
+namespace qgtk {
+
+static_assert(sizeof(PKCS11_TOKEN_INFO) == sizeof(CK_TOKEN_INFO));
+
+/** The ready module of a context. */
+inline TokenModule& tokenModule(Context& context)
+{
+    return *context.token.module(context.configuration());
+}
+
+/** A caller's PIN. Throws BadArgument when it is null. */
+inline std::string_view pinArgument(const char* pin)
+{
+    require(pin != nullptr, Code::BadArgument);
+    return pin;
+}
+
+/** Gives the slots that hold a token. The caller's array has no length: it is told how many to make room for.
+ */
+inline void storeSlots(TokenModule& module, unsigned long* slots, unsigned long* count)
+{
+    require(slots && count, Code::BadArgument);
+    const std::vector<CK_SLOT_ID> found = module.slots();
+    require(found.size() <= QG_TOKEN_SLOTS, Code::BufferTooSmall);
+    std::copy(found.begin(), found.end(), slots);
+    *count = found.size();
+}
+
+/** Gives what a token says about itself: the caller's record has the layout of the module's. */
+inline void storeTokenInfo(TokenModule& module, unsigned long slot, PKCS11_TOKEN_INFO* record)
+{
+    require(record != nullptr, Code::BadArgument);
+    const CK_TOKEN_INFO info = module.tokenInfo(slot);
+    std::memcpy(record, &info, sizeof info);
+}
+
+/** The session that is open. */
+inline TokenSession& tokenSession(Context& context)
+{
+    return context.token.session();
+}
+
+} // namespace qgtk

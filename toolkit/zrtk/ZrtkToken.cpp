@@ -1,0 +1,80 @@
+/* The main toolkit's interface: PKCS#11 tokens. */
+
+#define QGTK_PREFIX ZRTK_PKCS11_
+
+#include "toolkit/interface/TokenInterface.h"
+
+using namespace qgtk;
+
+#include "toolkit/interface/TokenOperations.inc"
+
+namespace {
+
+/** What a token is called that its caller gives no name. */
+constexpr const char* defaultLabel = "Quillgate";
+
+/** The first token that holds nothing yet: no other is erased unasked. Throws NoToken. */
+CK_SLOT_ID blankToken(const TokenModule& module)
+{
+    for (const CK_SLOT_ID slot : module.slots())
+        if ((module.tokenInfo(slot).flags & CKF_TOKEN_INITIALIZED) == 0)
+            return slot;
+    throw Failure(Code::NoToken);
+}
+
+/** The slot of a token by its place among the slots that hold one. Throws NoSlot. */
+CK_SLOT_ID slotOfToken(const TokenModule& module, int index)
+{
+    const std::vector<CK_SLOT_ID> slots = module.slots();
+    require(index >= 0 && static_cast<std::size_t>(index) < slots.size(), Code::NoSlot);
+    return slots[static_cast<std::size_t>(index)];
+}
+
+/** Opens the session and logs in, or leaves no session. */
+void openLoggedIn(Context& context, CK_SLOT_ID slot, std::string_view pin)
+{
+    TokenSession& session = context.token.open(context.configuration(), slot);
+    try {
+        session.logIn(context.crypto(), pin);
+    } catch (...) {
+        context.token.close();
+        throw;
+    }
+}
+
+} // namespace
+
+QGTK_OPERATION(InitToken)(void* handle, char* officerPin, char* userPin)
+{
+    return callOn(handle, [&](Context& context) {
+        TokenModule& module = tokenModule(context);
+        module.initialiseToken(blankToken(module), pinArgument(officerPin), pinArgument(userPin),
+                               defaultLabel);
+    });
+}
+
+QGTK_OPERATION(InitTokenWithSlotID)
+(void* handle, unsigned long slot, char* officerPin, char* userPin, char* label)
+{
+    return callOn(handle, [&](Context& context) {
+        require(label != nullptr, Code::BadArgument);
+        tokenModule(context).initialiseToken(slot, pinArgument(officerPin), pinArgument(userPin), label);
+    });
+}
+
+QGTK_OPERATION(OpenSessionWithSlotID)(void* handle, unsigned long slot, char* pin, int /*tokenName*/)
+{
+    return callOn(handle, [&](Context& context) {
+        if (pin)
+            openLoggedIn(context, slot, pin);
+        else
+            context.token.open(context.configuration(), slot);
+    });
+}
+
+QGTK_OPERATION(OpenSessionWithTokenName)(void* handle, char* pin, int tokenName)
+{
+    return callOn(handle, [&](Context& context) {
+        openLoggedIn(context, slotOfToken(tokenModule(context), tokenName), pinArgument(pin));
+    });
+}
