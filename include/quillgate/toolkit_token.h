@@ -24,6 +24,13 @@ enum
     QG_TOKEN_SLOTS = 64 /**< more slots with tokens answer 1006 and fill nothing */
 };
 
+/** Kinds of certificates, as PKCS11GetCertInfo gives them. */
+enum
+{
+    QG_TOKEN_SIGNING = 1,   /**< may sign: digitalSignature or nonRepudiation, or no key usage at all */
+    QG_TOKEN_MANAGEMENT = 2 /**< any other: the key-management pair */
+};
+
 /**
  * Token description, as the open toolkit fills it: the CK_TOKEN_INFO of PKCS#11 2.40, section 3.3. Texts are
  * UTF-8, filled up with blanks and not terminated. Counts may be -1, unknown; a maximum of 0 is none.
@@ -165,8 +172,8 @@ QUILLGATE_API int PKCS11GetCertCnt(void* pContext, int* nCertCnt);
  *
  * @param pContext context of ZR_Initalize
  * @param nIndex position, from 0
- * @param[out] pnCertType type of the certificate
- * @param[out] pBinCertDN subject name
+ * @param[out] pnCertType QG_TOKEN_SIGNING or QG_TOKEN_MANAGEMENT
+ * @param[out] pBinCertDN subject name, EUC-KR text, leaf first, as CERTGetSubjectName gives it
  * @param[out] pBinKeyID identifier of the pair
  * @return 0 or a code that all share
  */

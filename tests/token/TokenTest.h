@@ -2,7 +2,7 @@
 
 #include <p11-kit/pkcs11.h>
 
-#include "ToolkitLibrary.h"
+#include "PfxSamples.h"
 #include "quillgate/toolkit_token.h"
 
 inline constexpr const char* officerPin = "87654321";
@@ -41,7 +41,3 @@ protected:
 
     std::string tokens; /**< the directory */
 };
-
-#define INSTANTIATE_ZR_SIDE(suite)                                                                           \
-    INSTANTIATE_TEST_SUITE_P(MainToolkit, suite, testing::Values(zrtkSide),                                  \
-                             [](const auto& side) { return side.param.name; })

@@ -57,4 +57,9 @@ void TokenSession::changePin(const Crypto& crypto, std::string_view oldPin, std:
     m_module->changePin(m_handle, m_slot, oldPin, newPin, digestOfPin(crypto, newPin));
 }
 
+void TokenSession::requireLogin() const
+{
+    require(m_module->isLoggedIn(m_handle), Code::TokenLoggedOut);
+}
+
 } // namespace qgtk

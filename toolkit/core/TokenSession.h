@@ -24,6 +24,12 @@ public:
     /** Throws WrongPin, PinLocked, PinRefused. */
     void changePin(const Crypto& crypto, std::string_view oldPin, std::string_view newPin);
 
+    /** Throws TokenLoggedOut unless the user has logged in, here or in the host. */
+    void requireLogin() const;
+
+    const CK_FUNCTION_LIST& functions() const { return m_module->functions(); }
+    CK_SESSION_HANDLE handle() const { return m_handle; }
+
 private:
     std::shared_ptr<TokenModule> m_module;
     CK_SLOT_ID m_slot;

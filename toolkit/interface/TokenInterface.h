@@ -4,7 +4,8 @@
 #include <cstring>
 
 #include "quillgate/toolkit_token.h"
-#include "toolkit/core/TokenSession.h"
+#include "toolkit/core/Names.h"
+#include "toolkit/core/TokenPairs.h"
 #include "toolkit/interface/Interface.h"
 
 namespace qgtk {
@@ -47,6 +48,20 @@ inline void storeTokenInfo(TokenModule& module, unsigned long slot, PKCS11_TOKEN
 inline TokenSession& tokenSession(Context& context)
 {
     return context.token.session();
+}
+
+/** Gives kind, name and identifier of a certificate by its place. */
+inline void storeCertificateInfo(Context& context, int index, int* type, BINSTR* name, BINSTR* id)
+{
+    require(type && name && id, Code::BadArgument);
+    const std::vector<TokenCertificate> list = listCertificates(tokenSession(context));
+    require(index >= 0 && static_cast<std::size_t>(index) < list.size(), Code::CertListIndex);
+    const TokenCertificate& found = list[static_cast<std::size_t>(index)];
+    const Certificate certificate(found.der);
+    const int use = useOf(certificate).signs ? QG_TOKEN_SIGNING : QG_TOKEN_MANAGEMENT;
+    const std::string subject = nameText(certificate.subjectDer(), context.charset());
+    assignAll({{name, bytesOf(subject)}, {id, found.id}});
+    *type = use;
 }
 
 } // namespace qgtk
