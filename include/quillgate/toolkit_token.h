@@ -223,9 +223,10 @@ QUILLGATE_API int PKCS11DeleteCertAndPriKey(void* pContext, BINSTR* pBinKeyID);
  * Makes a key pair on the token. pBinKeyID must hold data at the call. ZR side only.
  *
  * @param pContext context of ZR_Initalize
- * @param nAlg number of the algorithm
- * @param nKeyType number of the kind of key
- * @param[in,out] pBinKeyID identifier of the pair; must hold data at the call
+ * @param nAlg number of the algorithm: QG_KEYPAIR_...
+ * @param nKeyType number of the kind of key: QG_TOKEN_SIGNING or QG_TOKEN_MANAGEMENT
+ * @param[in,out] pBinKeyID identifier of the pair; must hold data at the call, which the open toolkit gives
+ * the pair
  * @return 0, a code that all share, or on the ZR side 10004 without pBinKeyID
  */
 QUILLGATE_API int PKCS11GenKeyPair(void* pContext, int nAlg, int nKeyType, BINSTR* pBinKeyID);

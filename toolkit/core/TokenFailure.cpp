@@ -45,6 +45,20 @@ Code codeOf(CK_RV result)
         return Code::TokenReadOnly;
     case CKR_DEVICE_MEMORY:
         return Code::TokenFull;
+    case CKR_KEY_FUNCTION_NOT_PERMITTED:
+    case CKR_KEY_TYPE_INCONSISTENT:
+        return Code::KeyUnsuitable;
+    case CKR_MECHANISM_INVALID:
+    case CKR_MECHANISM_PARAM_INVALID:
+        return Code::NotSupported;
+    case CKR_DATA_LEN_RANGE:
+        return Code::DataLength;
+    case CKR_SIGNATURE_INVALID:
+    case CKR_SIGNATURE_LEN_RANGE:
+        return Code::SignatureWrong;
+    case CKR_ENCRYPTED_DATA_INVALID:
+    case CKR_ENCRYPTED_DATA_LEN_RANGE:
+        return Code::NotDecryptable;
     default:
         return Code::ModuleFailed;
     }

@@ -2,6 +2,8 @@
 
 #define QGTK_PREFIX ZRTK_PKCS11_
 
+#include "toolkit/core/TokenCrypto.h"
+#include "toolkit/interface/CryptoInterface.h"
 #include "toolkit/interface/TokenInterface.h"
 
 using namespace qgtk;
@@ -42,6 +44,13 @@ void openLoggedIn(Context& context, CK_SLOT_ID slot, std::string_view pin)
     }
 }
 
+/** What a caller's number of a kind of pair means. Throws BadArgument. */
+PairPurpose purposeOf(int keyType)
+{
+    require(keyType == QG_TOKEN_SIGNING || keyType == QG_TOKEN_MANAGEMENT, Code::BadArgument);
+    return keyType == QG_TOKEN_SIGNING ? PairPurpose::Signing : PairPurpose::Management;
+}
+
 } // namespace
 
 QGTK_OPERATION(InitToken)(void* handle, char* officerPin, char* userPin)
@@ -76,5 +85,44 @@ QGTK_OPERATION(OpenSessionWithTokenName)(void* handle, char* pin, int tokenName)
 {
     return callOn(handle, [&](Context& context) {
         openLoggedIn(context, slotOfToken(tokenModule(context), tokenName), pinArgument(pin));
+    });
+}
+
+QGTK_OPERATION(GenKeyPair)(void* handle, int algorithm, int keyType, BINSTR* id)
+{
+    return callOn(handle, [&](Context& context) {
+        generatePair(tokenSession(context), algorithm, purposeOf(keyType), viewOf(id));
+    });
+}
+
+QGTK_OPERATION(Sign)(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature)
+{
+    return callOn(handle, [&](Context& context) {
+        assign(signature, signOnToken(context.crypto(), tokenSession(context), viewOf(id),
+                                      signatureForm(context, QG_HASH_CONTEXT), viewOf(data)));
+    });
+}
+
+QGTK_OPERATION(Verify)(void* handle, BINSTR* id, BINSTR* data, BINSTR* signature)
+{
+    return callOn(handle, [&](Context& context) {
+        verifyOnToken(context.crypto(), tokenSession(context), viewOf(id),
+                      signatureForm(context, QG_HASH_CONTEXT), viewOf(data), viewOf(signature));
+    });
+}
+
+QGTK_OPERATION(Encrypt)(void* handle, BINSTR* id, BINSTR* plain, BINSTR* cipherText)
+{
+    return callOn(handle, [&](Context& context) {
+        assign(cipherText,
+               encryptOnToken(tokenSession(context), viewOf(id), encryptionForm(context), viewOf(plain)));
+    });
+}
+
+QGTK_OPERATION(Decrypt)(void* handle, BINSTR* id, BINSTR* cipherText, BINSTR* plain)
+{
+    return callOn(handle, [&](Context& context) {
+        assign(plain, decryptOnToken(tokenSession(context), viewOf(id), encryptionForm(context),
+                                     viewOf(cipherText)));
     });
 }
