@@ -97,12 +97,12 @@ QUILLGATE_API int OCSPGetCertStatus(void* pContext, int nIndex, int* pnStatus, c
  * Has a server time stamp data, in one call. ZR side only.
  *
  * @param pContext context of ZR_Initalize
- * @param pszIP name or address of the server
- * @param nPort TCP port of the server
+ * @param pszIP name or address of the server, or an http: address with its port
+ * @param nPort TCP port of the server; not looked at for an http: address
  * @param nHashAlg QG_HASH_...
- * @param pszPolicy policy of the time stamp server, dotted
+ * @param pszPolicy policy of the time stamp server, dotted; empty: its own
  * @param pBinData data
- * @param bSign whether to sign the request
+ * @param bSign false: time stamp requests are not signed, the open toolkit answers 1004 otherwise
  * @param pBinCert certificate that signs the request, DER
  * @param pBinPriKey its key, plain PKCS#8 DER
  * @param[out] pBinTimeStampToken time stamp token, DER
@@ -117,12 +117,12 @@ QUILLGATE_API int TSPTimeStampData(void* pContext, char* pszIP, int nPort, int n
  * refused on the next. Hosts rely on it. ZR side only.
  *
  * @param pContext context of ZR_Initalize
- * @param pszIP name or address of the server
- * @param nPort TCP port of the server
+ * @param pszIP name or address of the server, or an http: address with its port
+ * @param nPort TCP port of the server; not looked at for an http: address
  * @param nHashAlg QG_HASH_...
- * @param pszPolicy policy of the time stamp server, dotted
+ * @param pszPolicy policy of the time stamp server, dotted; empty: its own
  * @param pszDataFilePath path of the data file
- * @param bSign whether to sign the request
+ * @param bSign false: time stamp requests are not signed, the open toolkit answers 1004 otherwise
  * @param pBinCert certificate that signs the request, DER
  * @param pBinPriKey its key, plain PKCS#8 DER
  * @param[out] pBinTimeStampToken time stamp token, DER
@@ -139,8 +139,8 @@ QUILLGATE_API int TSPTimeStampFile(void* pContext, char* pszIP, int nPort, int n
  * @param pContext context of ZR_Initalize
  * @param pBinData data
  * @param nHashAlg QG_HASH_...
- * @param pszPolicy policy of the time stamp server, dotted
- * @param bSign whether to sign the request
+ * @param pszPolicy policy of the time stamp server, dotted; empty: its own
+ * @param bSign false: time stamp requests are not signed, the open toolkit answers 1004 otherwise
  * @param pBinCert certificate that signs the request, DER
  * @param pBinPriKey its key, plain PKCS#8 DER
  * @param[out] pBinReqMsg request, DER
@@ -153,8 +153,8 @@ QUILLGATE_API int TSPMakeReqMsg(void* pContext, BINSTR* pBinData, int nHashAlg, 
  * Sends a request and gives the response.
  *
  * @param pContext context of ZR_Initalize
- * @param pszIP name or address of the server
- * @param nPort TCP port of the server
+ * @param pszIP name or address of the server, or an http: address with its port
+ * @param nPort TCP port of the server; not looked at for an http: address
  * @param pBinReqMsg request, DER
  * @param[out] pBinResMsg response, DER
  * @return 0, a code that all share, or 10004 without pszIP or pBinReqMsg
@@ -163,7 +163,7 @@ QUILLGATE_API int TSPSendAndRecv1(void* pContext, char* pszIP, int nPort, BINSTR
                                   BINSTR* pBinResMsg);
 
 /**
- * Verifies a response and gives the token; sends nothing.
+ * Verifies a response to the request that the context made or sent last, and gives the token; sends nothing.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinResMsg response, DER
@@ -207,11 +207,11 @@ QUILLGATE_API int TSPVerifyToken2(void* pContext, char* pszDataFilePath, BINSTR*
  * @param[out] pszCN common name of the server; GPKI side only
  * @param[out] pszDN name of the server; GPKI side only
  * @param[out] pszPolicy policy
- * @param[out] pszHashAlg name of the hash
- * @param[out] pszHashValue hash of the data
- * @param[out] pszSerialNum serial number
- * @param[out] pszGenTime time of the stamp
- * @param[out] pszNonce nonce
+ * @param[out] pszHashAlg name of the hash, as "sha256"
+ * @param[out] pszHashValue hash of the data, lower-case hexadecimal
+ * @param[out] pszSerialNum serial number, lower-case hexadecimal
+ * @param[out] pszGenTime time of the stamp, local, "YYYY-MM-DD hh:mm:ss"
+ * @param[out] pszNonce nonce, lower-case hexadecimal; empty when there is none
  * @param[out] pBinTSACert certificate of the time stamp server, DER; ZR side only
  * @return 0, a code that all share, or 10004 without pBinToken
  */

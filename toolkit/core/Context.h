@@ -76,6 +76,7 @@ public:
     VerifySettings verifySettings;
     CryptoSettings cryptoSettings;
     MessageState messages;
+    Bytes stampRequest;                   /**< the last time stamp request, DER */
     std::vector<Bytes> ocspIssuers;       /**< of the last status request, DER */
     std::vector<OcspStatus> ocspStatuses; /**< what the last verified status response says */
     ReplyStore replies;                   /**< what servers gave, when the settings keep it */

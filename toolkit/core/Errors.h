@@ -137,7 +137,13 @@ namespace qgtk {
     X(PublicKeyDamaged, 5206, "The public key is damaged or is not one", "공개키가 손상되었거나 공개키가 아닙니다") \
     X(KeyUnsuitable, 5207, "The key is not suitable for the operation", "해당 작업에 사용할 수 없는 키입니다") \
     X(OcspRequestDamaged, 5300, "The status request is damaged or is not one", "상태확인 요청이 손상되었거나 요청이 아닙니다") \
-    X(OcspNoStatus, 5301, "The status response has no such entry", "상태확인 응답에 해당 항목이 없습니다")
+    X(OcspNoStatus, 5301, "The status response has no such entry", "상태확인 응답에 해당 항목이 없습니다") \
+    X(StampRequestDamaged, 5400, "The time stamp request is damaged or is not one", "타임스탬프 요청이 손상되었거나 요청이 아닙니다") \
+    X(StampNotRequested, 5401, "No time stamp has been requested", "요청한 타임스탬프가 없습니다") \
+    X(StampRefused, 5402, "The time stamp server refused the request", "타임스탬프 서버가 요청을 거부했습니다") \
+    X(StampDamaged, 5403, "The time stamp is damaged or is not one", "타임스탬프가 손상되었거나 타임스탬프가 아닙니다") \
+    X(StampOfOther, 5404, "The time stamp is of other data or another request", "다른 데이터 또는 다른 요청의 타임스탬프입니다") \
+    X(StampUntrusted, 5405, "The time stamp is not trusted", "타임스탬프를 신뢰할 수 없습니다")
 // clang-format on
 
 #define QGTK_CODE_ENUMERATOR(name, number, english, korean) name = (number),

@@ -2,6 +2,7 @@
 
 #include <openssl/ocsp.h>
 
+#include "toolkit/core/OwnContext.h"
 #include "toolkit/core/PrivateKey.h"
 #include "toolkit/core/Revocation.h"
 
@@ -14,20 +15,6 @@ using OcspResponseHandle = Handle<OCSP_RESPONSE, OCSP_RESPONSE_free>;
 
 /** Media type of a request that is posted (RFC 6960, appendix A.1). */
 inline constexpr const char* ocspRequestType = "application/ocsp-request";
-
-/** OpenSSL's status functions know the default context alone: it is the toolkit's for a while, on this
- * thread. */
-class OwnContext
-{
-public:
-    explicit OwnContext(const Crypto& crypto) : m_before(OSSL_LIB_CTX_set0_default(crypto.context())) {}
-    ~OwnContext() { OSSL_LIB_CTX_set0_default(m_before); }
-    OwnContext(const OwnContext&) = delete;
-    OwnContext& operator=(const OwnContext&) = delete;
-
-private:
-    OSSL_LIB_CTX* m_before;
-};
 
 /** Who signs a request; null certificate: nobody. */
 struct RequestSigner
