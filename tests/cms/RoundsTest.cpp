@@ -1,38 +1,20 @@
 // What must hold over many calls and at once: nothing grows, nothing secret stays, contexts don't meet.
 
-#include <functional>
-#include <malloc.h>
 #include <thread>
-#include <unistd.h>
 
+#include "MemoryDirectory.h"
+#include "MemoryGrowth.h"
 #include "MessageTest.h"
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int rounds = 30; // the sanitizer itself reports what is left
-#else
-constexpr int rounds = 10000;
-#endif
-
-/** Signing with RSA takes a millisecond: a tenth of the rounds shows as well what grows. */
-constexpr int slowRounds = rounds / 10;
-
-/** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. A leak has more. */
-constexpr std::size_t cacheNoise = 65536;
+/** Signing with RSA takes a millisecond: a part of the rounds shows as well what grows. */
+int slowRounds()
+{
+    return memory_growth::rounds() / 4;
+}
 
 const std::string content = "A letter of a round";
-
-std::size_t allocatedBytes()
-{
-    return mallinfo2().uordblks;
-}
-
-long residentKilobytes()
-{
-    const std::string status = readFile("/proc/self/status");
-    return std::stol(status.substr(status.find("VmRSS:") + 6));
-}
 
 } // namespace
 
@@ -42,39 +24,16 @@ protected:
     void SetUp() override
     {
         MessageTest::SetUp();
-        // The operations flush each file to its medium, which is not what is looked at here.
-        memory = std::filesystem::path("/dev/shm") / ("qgtk-messages-" + std::to_string(getpid()));
-        std::filesystem::create_directory(memory);
         ASSERT_EQ(tell("CRYPT_SetKeyAndIV", QG_CIPHER_AES256 + 0, noise(32), noise(16)), 0);
         signedMessage = sign(ecHong(), content).bytes;
         sealed = envelope(ecHong().certificate, content, QG_CIPHER_SEED).bytes;
         both = signAndEnvelope(ecHong(), hong().certificate, content, QG_CIPHER_AES128).bytes;
     }
-    void TearDown() override
-    {
-        std::filesystem::remove_all(memory);
-        MessageTest::TearDown();
-    }
 
-    std::string path(const char* name) const { return memory / name; }
+    std::string path(const char* name) const { return memory.path() / name; }
 
-    /** Runs something often and expects that memory is as it was after the first rounds. */
-    void expectNoGrowth(int count, const std::function<void()>& round)
-    {
-        for (int i = 0; i < count / 10; ++i)
-            round();
-        const std::size_t allocated = allocatedBytes();
-        const long resident = residentKilobytes();
-        for (int i = 0; i < count; ++i)
-            round();
-        EXPECT_LT(allocatedBytes(), allocated + cacheNoise);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-        EXPECT_LT(residentKilobytes(), resident + 1024);
-#endif
-        (void)resident;
-    }
-
-    std::filesystem::path memory;
+    /** The operations flush each file to its medium, which is not what is looked at here. */
+    const MemoryDirectory memory{"qgtk-messages"};
     std::string signedMessage;
     std::string sealed;
     std::string both;
@@ -85,7 +44,7 @@ TEST_P(MessageRounds, ReadingAndSigningWithCurvesLeaveNothing)
 {
     std::string damaged = signedMessage;
     damaged.back() ^= 1;
-    expectNoGrowth(rounds, [&] {
+    memory_growth::expectNone([&] {
         EXPECT_EQ(verify(signedMessage).code, 0);
         EXPECT_NE(verify(damaged).code, 0);
         EXPECT_NE(verify(sealed).code, 0);
@@ -100,7 +59,7 @@ TEST_P(MessageRounds, ReadingAndSigningWithCurvesLeaveNothing)
 
 TEST_P(MessageRounds, EncryptingUnderAKeyLeavesNothing)
 {
-    expectNoGrowth(rounds, [&] {
+    memory_growth::expectNone([&] {
         BinString message(library);
         Passed<std::string> data(content);
         EXPECT_EQ(isZrtk()
@@ -114,57 +73,65 @@ TEST_P(MessageRounds, EncryptingUnderAKeyLeavesNothing)
 
 TEST_P(MessageRounds, EnvelopesLeaveNothing)
 {
-    expectNoGrowth(slowRounds, [&] {
-        EXPECT_EQ(open(ecHong(), sealed).bytes, content);
-        EXPECT_NE(open(ecKim(), sealed).code, 0);
-        EXPECT_NE(open(ecHong(), signedMessage).code, 0);
-        EXPECT_EQ(openSigned(hong(), both).bytes, content);
-        EXPECT_NE(openSigned(kim(), both).code, 0);
-        EXPECT_EQ(envelope(hong().certificate + ecHong().certificate, content, QG_CIPHER_ARIA192).code, 0);
-        EXPECT_EQ(signAndEnvelope(ecHong(), hong().certificate, content, QG_CIPHER_3DES).code, 0);
-    });
+    memory_growth::expectNone(
+        [&] {
+            EXPECT_EQ(open(ecHong(), sealed).bytes, content);
+            EXPECT_NE(open(ecKim(), sealed).code, 0);
+            EXPECT_NE(open(ecHong(), signedMessage).code, 0);
+            EXPECT_EQ(openSigned(hong(), both).bytes, content);
+            EXPECT_NE(openSigned(kim(), both).code, 0);
+            EXPECT_EQ(envelope(hong().certificate + ecHong().certificate, content, QG_CIPHER_ARIA192).code,
+                      0);
+            EXPECT_EQ(signAndEnvelope(ecHong(), hong().certificate, content, QG_CIPHER_3DES).code, 0);
+        },
+        slowRounds());
 }
 
 TEST_P(MessageRounds, SignersAndOwnOperationsLeaveNothing)
 {
-    expectNoGrowth(slowRounds, [&] {
-        EXPECT_EQ(verify(addSigner(ecKim(), signedMessage).bytes).signers, 2);
-        if (isZrtk()) {
-            const std::string bytes = give("CMS_MakeTBSData", 0, ecHong().certificate, content, text(""));
-            EXPECT_NE(ask("CMS_ComposeSignedData", content).code, 0);
-            give("CMS_ComposeSignedData",
-                 give("CRYPT_Sign", ecHong().certificate, ecHong().key, QG_HASH_SHA256 + 0, bytes));
-            const std::string message = give("WPKI_EncryptData", ecKim().certificate, content,
-                                             QG_CIPHER_SEED + 0, ecHong().certificate, ecHong().key);
-            give("WPKI_DecryptData", ecKim().certificate, ecKim().key, message);
-            return;
-        }
-        const std::string asked = give("SIGEA_MakeChallenge");
-        const std::string response = give("SIGEA_MakeResponse", asked, ecHong().certificate, ecHong().key);
-        EXPECT_EQ(tell("SIGEA_VerifyResponse", response, asked, ecHong().certificate), 0);
-        EXPECT_NE(tell("SIGEA_VerifyResponse", response, asked, ecHong().certificate), 0);
-        EXPECT_NE(ask("CMS_SetTimeStampToken", signedMessage, 0, signedMessage).code, 0);
-    });
+    memory_growth::expectNone(
+        [&] {
+            EXPECT_EQ(verify(addSigner(ecKim(), signedMessage).bytes).signers, 2);
+            if (isZrtk()) {
+                const std::string bytes = give("CMS_MakeTBSData", 0, ecHong().certificate, content, text(""));
+                EXPECT_NE(ask("CMS_ComposeSignedData", content).code, 0);
+                give("CMS_ComposeSignedData",
+                     give("CRYPT_Sign", ecHong().certificate, ecHong().key, QG_HASH_SHA256 + 0, bytes));
+                const std::string message = give("WPKI_EncryptData", ecKim().certificate, content,
+                                                 QG_CIPHER_SEED + 0, ecHong().certificate, ecHong().key);
+                give("WPKI_DecryptData", ecKim().certificate, ecKim().key, message);
+                return;
+            }
+            const std::string asked = give("SIGEA_MakeChallenge");
+            const std::string response =
+                give("SIGEA_MakeResponse", asked, ecHong().certificate, ecHong().key);
+            EXPECT_EQ(tell("SIGEA_VerifyResponse", response, asked, ecHong().certificate), 0);
+            EXPECT_NE(tell("SIGEA_VerifyResponse", response, asked, ecHong().certificate), 0);
+            EXPECT_NE(ask("CMS_SetTimeStampToken", signedMessage, 0, signedMessage).code, 0);
+        },
+        slowRounds());
 }
 
 TEST_P(MessageRounds, FilesLeaveNothing)
 {
     writeFile(path("source"), content);
-    expectNoGrowth(slowRounds, [&] {
-        EXPECT_EQ(signFile(ecHong(), path("source"), path("signed"), true), 0);
-        EXPECT_EQ(verifyFile(path("signed"), path("content"), true), 0);
-        EXPECT_EQ(signFile(ecHong(), path("source"), path("bare"), false), 0);
-        EXPECT_EQ(verifyFile(path("bare"), path("source"), false), 0);
-        EXPECT_NE(verifyFile(path("bare"), path("signed"), false), 0);
-        EXPECT_EQ(envelopeFile(ecHong().certificate, path("source"), QG_CIPHER_SEED, path("sealed")), 0);
-        EXPECT_EQ(openFile(ecHong(), path("sealed"), path("content")), 0);
-        EXPECT_NE(openFile(ecKim(), path("sealed"), path("content")), 0);
-        EXPECT_NE(openFile(ecHong(), path("source"), path("content")), 0);
-        EXPECT_EQ(envelopeFiles(ecHong().certificate, path("source"), QG_CIPHER_AES128, path("sealed"),
-                                path("encrypted")),
-                  0);
-        EXPECT_EQ(openFiles(ecHong(), path("sealed"), path("encrypted"), path("content")), 0);
-    });
+    memory_growth::expectNone(
+        [&] {
+            EXPECT_EQ(signFile(ecHong(), path("source"), path("signed"), true), 0);
+            EXPECT_EQ(verifyFile(path("signed"), path("content"), true), 0);
+            EXPECT_EQ(signFile(ecHong(), path("source"), path("bare"), false), 0);
+            EXPECT_EQ(verifyFile(path("bare"), path("source"), false), 0);
+            EXPECT_NE(verifyFile(path("bare"), path("signed"), false), 0);
+            EXPECT_EQ(envelopeFile(ecHong().certificate, path("source"), QG_CIPHER_SEED, path("sealed")), 0);
+            EXPECT_EQ(openFile(ecHong(), path("sealed"), path("content")), 0);
+            EXPECT_NE(openFile(ecKim(), path("sealed"), path("content")), 0);
+            EXPECT_NE(openFile(ecHong(), path("source"), path("content")), 0);
+            EXPECT_EQ(envelopeFiles(ecHong().certificate, path("source"), QG_CIPHER_AES128, path("sealed"),
+                                    path("encrypted")),
+                      0);
+            EXPECT_EQ(openFiles(ecHong(), path("sealed"), path("encrypted"), path("content")), 0);
+        },
+        slowRounds());
 }
 
 TEST_P(MessageRounds, TwoContextsOnTwoThreadsDoNotMeet)
