@@ -306,12 +306,6 @@ TEST_P(Interface, ByteStringsAreReplacedAndEmptied)
     EXPECT_EQ(library.callBare("BINSTR_Delete", static_cast<BINSTR*>(nullptr)), number(Code::BadArgument));
 }
 
-TEST_P(Interface, OperationsThatComeLaterAreNotThere)
-{
-    for (const char* operation : {"CERT_VerifyByIVS", "VID_VerifyByIVS"})
-        EXPECT_FALSE(library.has(operation)) << operation;
-}
-
 class ZrtkInterface : public ToolkitTest
 {};
 INSTANTIATE_TEST_SUITE_P(Zrtk, ZrtkInterface, testing::Values(zrtkSide));
