@@ -11,7 +11,7 @@ namespace {
 /** Signing with RSA takes a millisecond: a part of the rounds shows as well what grows. */
 int slowRounds()
 {
-    return memory_growth::rounds() / 4;
+    return memory_growth::rounds() / 2;
 }
 
 const std::string content = "A letter of a round";

@@ -17,15 +17,15 @@ constexpr bool sanitized = false;
 #endif
 
 /**
- * Rounds of an operation: enough that one block forgotten in each is above the noise. QUILLGATE_ROUNDS asks
- * for more of them. A sanitizer needs few, for it reports what is left by itself.
+ * Rounds of an operation: enough that an object forgotten in each is above the noise. QUILLGATE_ROUNDS asks
+ * for more, which tell less. A sanitizer needs few, for it reports what is left by itself.
  */
 inline int rounds()
 {
     const char* asked = std::getenv("QUILLGATE_ROUNDS");
     if (asked)
         return std::atoi(asked);
-    return sanitized ? 100 : 2500;
+    return sanitized ? 30 : 500;
 }
 
 /** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. A leak has more. */
