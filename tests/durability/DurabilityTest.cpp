@@ -37,7 +37,6 @@ protected:
     SaveDurability()
     {
         // Folder and file names are those that saving uses, so that it replaces them.
-        const std::string folder = std::string("NPKI/yessign/User/") + SUBJECT + "/";
         const auto state = [&](const samplepki::FilePair& signPair, const samplepki::FilePair& kmPair) {
             return Files{{folder + "SignCert.der", signPair.certificate},
                          {folder + "SignPri.key", signPair.key},
@@ -86,9 +85,20 @@ protected:
         EXPECT_EQ(listing(), (std::vector<std::string>{(directory / "SignCert.der").string()}));
     }
 
+    /** What a vanished directory took along, under the paths that it had. */
+    static Files vanished(const fs::path& target, const std::string& formerDirectory)
+    {
+        Files gone;
+        for (const auto& [path, content] : filesIn(target))
+            gone[formerDirectory + path] = content;
+        fs::remove_all(target);
+        return gone;
+    }
+
     using ToolkitSession::text;
     static char* text(const char* value) { return const_cast<char*>(value); }
 
+    const std::string folder = std::string("NPKI/yessign/User/") + SUBJECT + "/";
     samplepki::FilePair sign = pair(request("hong", 2), NEW_PASSWORD);
     samplepki::FilePair km = pair(kmRequest(3), NEW_PASSWORD);
     Files before;
@@ -172,11 +182,7 @@ TEST_F(SaveDurability, DirectoryThatVanishesAtEveryCallTakesWholeFilesWithIt)
                 [&](const Outcome& outcome) {
                     expectOneOf(outcome.code, std::array{0, int(CLPERR_FILE_WRITE)});
                     expectOldOrNew(filesIn(home), {});
-                    Files gone;
-                    for (const auto& [path, content] : filesIn(target))
-                        gone[std::string("NPKI/yessign/User/") + SUBJECT + "/" + path] = content;
-                    expectOldOrNew(gone, before);
-                    fs::remove_all(target);
+                    expectOldOrNew(vanished(target, folder), before);
                 });
 }
 
@@ -327,6 +333,24 @@ TEST_F(ChangeDurability, DiskThatIsFullFromAnyCallOnIsTold)
     });
 }
 
+TEST_F(ChangeDurability, DirectoryThatVanishesAtEveryCallTakesWholeKeysWithIt)
+{
+    const std::string victim = directory.string();
+    const std::string target = (TestHome::scratch("away") / "holder").string();
+    atEveryCall(fault(FAULT_VANISH, 0, victim.c_str(), target.c_str()), before, change(),
+                [&](const Outcome& outcome) {
+                    expectOneOf(outcome.code, std::array{0, int(CLPERR_FILE_READ), int(CLPERR_FILE_WRITE)});
+                    const Files made = filesIn(home);
+                    Files files = vanished(target, folder);
+                    restore(files);
+                    expectWholeKeys();
+                    for (const auto& [path, content] : made)
+                        files[path] = content;
+                    restore(files);
+                    expectWholeKeys();
+                });
+}
+
 TEST_F(ChangeDurability, DirectoryThatMayNotBeWrittenIsToldAndKeepsItsFiles)
 {
     Unprivileged::makeReachable(directory);
@@ -436,6 +460,25 @@ TEST_F(ExportDurability, FirstExportThatIsKilledLeavesNoHalf)
         EXPECT_EQ(offered().size(), exported ? 1u : 0u);
         EXPECT_EQ(isWhole(), exported);
     });
+}
+
+TEST_F(ExportDurability, DirectoryThatVanishesAtEveryCallTakesAWholeFileWithIt)
+{
+    const std::string victim = (home / "export").string();
+    const std::string target = (TestHome::scratch("away") / "export").string();
+    atEveryCall(fault(FAULT_VANISH, 0, victim.c_str(), target.c_str()), before, exportPfx(),
+                [&](const Outcome& outcome) {
+                    expectOneOf(outcome.code, std::array{0, int(CLPERR_PFX_EXPORT)});
+                    const Files made = filesIn(home);
+                    const Files gone = vanished(target, "export/");
+                    ASSERT_EQ(gone.size(), 1u);
+                    restore(gone);
+                    EXPECT_TRUE(isWhole());
+                    if (made.count("export/hong.pfx")) {
+                        restore(made);
+                        EXPECT_TRUE(isWhole());
+                    }
+                });
 }
 
 TEST_F(ExportDurability, DirectoryThatMayNotBeWrittenIsToldAndKeepsItsFile)
