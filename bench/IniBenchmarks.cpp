@@ -23,7 +23,7 @@ const std::string& iniPath()
                 text += "NAME_OF_A_VALUE_" + std::to_string(line) + "=1.2.410.200004.5.1.1." +
                         std::to_string(line) + "\n";
         }
-        const std::string file = TestHome::scratch("ini") / "lines.ini";
+        std::string file = TestHome::scratch("ini") / "lines.ini";
         writeFile(file, text);
         return file;
     }();
