@@ -17,8 +17,8 @@ constexpr bool sanitized = false;
 #endif
 
 /**
- * Rounds of an operation: enough that an object forgotten in each is above the noise. QUILLGATE_ROUNDS asks
- * for more, which tell less. A sanitizer needs few, for it reports what is left by itself.
+ * Rounds of an operation: enough that half a kilobyte forgotten in each is above the noise. QUILLGATE_ROUNDS
+ * asks for more, which tell less. A sanitizer needs few, for it reports what is left by itself.
  */
 inline int rounds()
 {
@@ -28,8 +28,8 @@ inline int rounds()
     return sanitized ? 30 : 500;
 }
 
-/** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. A leak has more. */
-constexpr std::size_t cacheNoise = 65536;
+/** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. */
+constexpr std::size_t cacheNoise = 262144;
 
 /** Bytes that the process has allocated. */
 inline std::size_t allocatedBytes()
@@ -50,10 +50,11 @@ inline long residentKilobytes()
     return kilobytes;
 }
 
-/** Runs something often and expects that memory is as it was after the first tenth of the rounds. */
+/** Runs something often and expects that memory is as it was after as many rounds ahead, which fill the
+ * caches. */
 inline void expectNone(const std::function<void()>& round, int count = rounds())
 {
-    for (int i = 0; i < count / 10; ++i)
+    for (int i = 0; i < count; ++i)
         round();
     const std::size_t allocated = allocatedBytes();
     const long resident = residentKilobytes();
