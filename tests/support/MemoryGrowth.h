@@ -18,7 +18,7 @@ constexpr bool sanitized = false;
 
 /**
  * Rounds of an operation: enough that half a kilobyte forgotten in each is above the noise. QUILLGATE_ROUNDS
- * asks for more, which tell less. A sanitizer needs few, for it reports what is left by itself.
+ * asks for more, which tell smaller losses. A sanitizer needs few, for it reports what is left by itself.
  */
 inline int rounds()
 {
