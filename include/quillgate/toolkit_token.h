@@ -278,7 +278,9 @@ QUILLGATE_API int PKCS11Decrypt(void* pContext, BINSTR* pBinKeyID, BINSTR* pBinC
                                 BINSTR* pBinPlainText);
 
 /**
- * Signs data into a message.
+ * Signs data into a message (CMS SignedData, RFC 5652) with a pair of the token: the open toolkit takes the
+ * certificate from there, the hash of ZR_SetHashAlg, the RSA version, the options of CMSSetOption or
+ * ZR_SetOption, see quillgate/message_options.h, and the present time.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinKeyID identifier of the pair, of PKCS11GetCertInfo
@@ -289,7 +291,7 @@ QUILLGATE_API int PKCS11Decrypt(void* pContext, BINSTR* pBinKeyID, BINSTR* pBinC
 QUILLGATE_API int PKCS11SignData(void* pContext, BINSTR* pBinKeyID, BINSTR* pBinData, BINSTR* pBinSignedData);
 
 /**
- * Signs data into a message without the content. ZR side only.
+ * As PKCS11SignData, into a message without the content. ZR side only.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinKeyID identifier of the pair, of PKCS11GetCertInfo
@@ -301,11 +303,11 @@ QUILLGATE_API int PKCS11SignDataNoContent(void* pContext, BINSTR* pBinKeyID, BIN
                                           BINSTR* pBinSignedData);
 
 /**
- * Decrypts an enveloped message. ZR side only.
+ * Decrypts an enveloped message (CMS EnvelopedData) with a pair of the token. ZR side only.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinKeyID identifier of the pair, of PKCS11GetCertInfo
- * @param pBinEnvelopData enveloped message, DER
+ * @param pBinEnvelopData enveloped message, BER or DER, up to 256 MiB
  * @param[out] pBinPlainText data in the clear
  * @return 0, a code that all share, or 10004 without pBinKeyID or pBinEnvelopData
  */
@@ -313,7 +315,8 @@ QUILLGATE_API int PKCS11DecryptData(void* pContext, BINSTR* pBinKeyID, BINSTR* p
                                     BINSTR* pBinPlainText);
 
 /**
- * Signs data and encrypts it for a recipient. ZR side only.
+ * Signs data with a pair of the token and encrypts them for a recipient with an RSA key (PKCS#7 version 1.5,
+ * RFC 2315, section 11); the open toolkit does it with AES-256. ZR side only.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinKeyID identifier of the pair, of PKCS11GetCertInfo
@@ -326,7 +329,8 @@ QUILLGATE_API int PKCS11SignAndEnvData(void* pContext, BINSTR* pBinKeyID, BINSTR
                                        BINSTR* pBinData, BINSTR* pBinSignAndEnvData);
 
 /**
- * Decrypts and verifies such a message. ZR side only.
+ * Decrypts such a message with an RSA pair of the token and verifies it. A failure leaves both outputs as
+ * they were. ZR side only.
  *
  * @param pContext context of ZR_Initalize
  * @param pBinKeyID identifier of the pair, of PKCS11GetCertInfo
@@ -339,12 +343,14 @@ QUILLGATE_API int PKCS11VerifyAndDecData(void* pContext, BINSTR* pBinKeyID, BINS
                                          BINSTR* pBinData, BINSTR* pBinSignerCert);
 
 /**
- * Verifies the signature of a token's driver files. ZR side only.
+ * Verifies the signature of a token's driver files, before they are loaded. The open toolkit takes the hash
+ * of ZR_SetHashAlg and the RSA version, and leaves the certificate to CertVerify. ZR side only.
  *
  * @param pContext context of ZR_Initalize
- * @param pszLibPaths paths of the driver files
+ * @param pszLibPaths paths of the driver files; open toolkit: separated by semicolons, the signature is over
+ *        their bytes, one file behind the other
  * @param pBinSignerCert certificate of the signer, DER
- * @param pBinSignatureValue signature value
+ * @param pBinSignatureValue bare signature value: PKCS#1 version 1.5 or PSS, ECDSA in DER
  * @return 0, a code that all share, or 10004 without pszLibPaths, pBinSignerCert or pBinSignatureValue
  */
 QUILLGATE_API int PKCS11VerifySignatureValue(void* pContext, char* pszLibPaths, BINSTR* pBinSignerCert,

@@ -8,67 +8,13 @@
 
 using qgtk::Code;
 
-class Pair : public TokenTest
+class TokenPair : public TokenTest
 {
 protected:
     void SetUp() override
     {
         TokenTest::SetUp();
-        makeToken("first");
-        ASSERT_EQ(open(slots().front()), 0);
-    }
-
-    int write(const SamplePair& pair)
-    {
-        BinString certificate(library, pair.certificate);
-        BinString key(library, pair.key);
-        return token("WriteCertAndPriKey", &certificate, &key);
-    }
-
-    int count()
-    {
-        int found = -1;
-        EXPECT_EQ(token("GetCertCnt", &found), 0);
-        return found;
-    }
-
-    struct Info
-    {
-        int code = -1;
-        int type = 77;
-        std::string name;
-        std::string id;
-    };
-    Info info(int index)
-    {
-        Info result;
-        BinString name(library);
-        BinString id(library);
-        result.code = token("GetCertInfo", index, &result.type, &name, &id);
-        result.name = name.bytes();
-        result.id = id.bytes();
-        return result;
-    }
-
-    /** The identifier of a written pair. */
-    std::string idOf(const SamplePair& pair)
-    {
-        for (int index = 0; index < count(); ++index)
-            if (read("ReadCert", info(index).id) == pair.certificate)
-                return info(index).id;
-        return "no such certificate";
-    }
-
-    /** What an operation on an identifier gives; its code when it fails. */
-    std::string read(const std::string& operation, const std::string& id)
-    {
-        BinString given(library, id);
-        BinString result(library, "as it was");
-        const int code = token(operation, &given, &result);
-        if (code == 0)
-            return result.bytes();
-        EXPECT_EQ(result.bytes(), "as it was");
-        return "code " + std::to_string(code);
+        makeOpenToken();
     }
 
     int erase(const std::string& id)
@@ -77,40 +23,14 @@ protected:
         return token("DeleteCertAndPriKey", &given);
     }
 
-    /** pkcs11-tool as the user. */
-    std::string asUser(const std::string& arguments)
-    {
-        return pkcs11Tool(std::string("--token-label first --login --pin ") + userPin + " " + arguments);
-    }
-
     std::string run(const std::string& command) { return runIn(tokens, command).output; }
-
-    static std::string hex(const std::string& bytes)
-    {
-        std::string text;
-        for (const unsigned char byte : bytes) {
-            constexpr const char* digits = "0123456789abcdef";
-            text += digits[byte / 16];
-            text += digits[byte % 16];
-        }
-        return text;
-    }
 };
-INSTANTIATE_BOTH_SIDES(Pair);
+INSTANTIATE_BOTH_SIDES(TokenPair);
 
-namespace {
-
-std::string refused(Code code)
-{
-    return "code " + std::to_string(number(code));
-}
-
-} // namespace
-
-TEST_P(Pair, OthersReadWhatIsWritten)
+TEST_P(TokenPair, OthersReadWhatIsWritten)
 {
     ASSERT_EQ(write(sampleHolder().signing), 0);
-    const std::string id = hex(idOf(sampleHolder().signing));
+    const std::string id = hex(idOf(sampleHolder().signing.certificate));
     EXPECT_THAT(asUser("--list-objects"),
                 testing::AllOf(
                     testing::HasSubstr("Certificate Object"), testing::HasSubstr("Private Key Object; RSA"),
@@ -124,7 +44,7 @@ TEST_P(Pair, OthersReadWhatIsWritten)
     EXPECT_EQ(run("openssl dgst -sha256 -verify public.pem -signature signature data"), "Verified OK\n");
 }
 
-TEST_P(Pair, OfAnEllipticCurveIsWrittenToo)
+TEST_P(TokenPair, OfAnEllipticCurveIsWrittenToo)
 {
     run("openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -keyout key.pem -subj "
         "/CN=curve "
@@ -133,7 +53,7 @@ TEST_P(Pair, OfAnEllipticCurveIsWrittenToo)
         "openssl pkey -in key.pem -pubout -out public.pem");
     const SamplePair pair{readFile(tokens + "/certificate.der"), readFile(tokens + "/key.der")};
     ASSERT_EQ(write(pair), 0);
-    const std::string id = idOf(pair);
+    const std::string id = idOf(pair.certificate);
     EXPECT_EQ(info(0).type, QG_TOKEN_SIGNING);
     EXPECT_EQ(read("ReadRandomForVID", id), refused(Code::NoKeyRandom));
     writeFile(tokens + "/data", "data");
@@ -142,7 +62,7 @@ TEST_P(Pair, OfAnEllipticCurveIsWrittenToo)
     EXPECT_EQ(run("openssl dgst -sha256 -verify public.pem -signature signature data"), "Verified OK\n");
 }
 
-TEST_P(Pair, CertificatesAreListed)
+TEST_P(TokenPair, CertificatesAreListed)
 {
     EXPECT_EQ(count(), 0);
     ASSERT_EQ(write(sampleHolder().signing), 0);
@@ -166,10 +86,10 @@ TEST_P(Pair, CertificatesAreListed)
     }
 }
 
-TEST_P(Pair, TheRandomValueComesBackToTheUserAlone)
+TEST_P(TokenPair, TheRandomValueComesBackToTheUserAlone)
 {
     ASSERT_EQ(write(sampleHolder().signing), 0);
-    const std::string id = idOf(sampleHolder().signing);
+    const std::string id = idOf(sampleHolder().signing.certificate);
     const qgtk::SecretBytes random = qgtk::keyRandom(qgtk::bytesOf(sampleHolder().signing.key));
     EXPECT_EQ(read("ReadRandomForVID", id), qgtk::textOf(random));
     EXPECT_EQ(read("ReadRandomForVID", "other"), refused(Code::TokenObjectMissing));
@@ -178,11 +98,11 @@ TEST_P(Pair, TheRandomValueComesBackToTheUserAlone)
     EXPECT_EQ(read("ReadCert", id), sampleHolder().signing.certificate) << "which is no secret";
 }
 
-TEST_P(Pair, IsDeletedAsAWhole)
+TEST_P(TokenPair, IsDeletedAsAWhole)
 {
     ASSERT_EQ(write(sampleHolder().signing), 0);
     ASSERT_EQ(write(sampleHolder().management), 0);
-    const std::string id = idOf(sampleHolder().signing);
+    const std::string id = idOf(sampleHolder().signing.certificate);
     ASSERT_EQ(token("Logout"), 0);
     EXPECT_EQ(erase(id), number(Code::TokenLoggedOut));
     ASSERT_EQ(token("Login", text(userPin)), 0);
@@ -191,11 +111,11 @@ TEST_P(Pair, IsDeletedAsAWhole)
     EXPECT_EQ(read("ReadCert", id), refused(Code::TokenObjectMissing));
     EXPECT_THAT(asUser("--list-objects"),
                 testing::AllOf(testing::Not(testing::HasSubstr(hex(id))),
-                               testing::HasSubstr(hex(idOf(sampleHolder().management)))));
+                               testing::HasSubstr(hex(idOf(sampleHolder().management.certificate)))));
     EXPECT_EQ(write(sampleHolder().signing), 0) << "there is room for it again";
 }
 
-TEST_P(Pair, WhatIsRefusedLeavesNothingOnTheToken)
+TEST_P(TokenPair, WhatIsRefusedLeavesNothingOnTheToken)
 {
     const SampleHolder& holder = sampleHolder();
     EXPECT_EQ(write({holder.signing.certificate, holder.management.key}), number(Code::KeyMismatch));
@@ -212,10 +132,10 @@ TEST_P(Pair, WhatIsRefusedLeavesNothingOnTheToken)
     EXPECT_EQ(count(), 1);
 }
 
-TEST_P(Pair, MissingArgumentsAndSessionsChangeNothing)
+TEST_P(TokenPair, MissingArgumentsAndSessionsChangeNothing)
 {
     ASSERT_EQ(write(sampleHolder().signing), 0);
-    BinString id(library, idOf(sampleHolder().signing));
+    BinString id(library, idOf(sampleHolder().signing.certificate));
     BinString result(library, "as it was");
     int type = 77;
     const BINSTR none = {};

@@ -5,18 +5,27 @@
 #include "Programs.h"
 #include "TestHome.h"
 
+namespace {
+
+std::string bytesOrCode(const Answer& answer)
+{
+    return answer.code == 0 ? answer.bytes : "code " + std::to_string(answer.code);
+}
+
+} // namespace
+
 void TokenTest::SetUp()
 {
     tokens = TestHome::scratch("tokens").string();
     writeFile(tokens + ".conf", "directories.tokendir = " + tokens + "\nobjectstore.backend = file\n");
     setenv("SOFTHSM2_CONF", (tokens + ".conf").c_str(), 1);
-    ToolkitTest::SetUp();
+    MessageTest::SetUp();
     ASSERT_EQ(loadModule(), 0);
 }
 
 void TokenTest::TearDown()
 {
-    ToolkitTest::TearDown();
+    MessageTest::TearDown();
 }
 
 int TokenTest::loadModule()
@@ -53,4 +62,63 @@ std::string TokenTest::pkcs11Tool(const std::string& arguments)
     const Outcome ran =
         runIn(tokens, std::string("pkcs11-tool --module ") + QGTK_SOFTHSM_FILE + " " + arguments);
     return ran.status == 0 ? ran.output : "failed: " + ran.output;
+}
+
+void TokenTest::makeOpenToken()
+{
+    makeToken("first");
+    ASSERT_EQ(open(slots().front()), 0);
+}
+
+int TokenTest::write(const SamplePair& pair)
+{
+    BinString certificate(library, pair.certificate);
+    BinString key(library, pair.key);
+    return token("WriteCertAndPriKey", &certificate, &key);
+}
+
+int TokenTest::count()
+{
+    int found = -1;
+    EXPECT_EQ(token("GetCertCnt", &found), 0);
+    return found;
+}
+
+TokenTest::Info TokenTest::info(int index)
+{
+    Info result;
+    BinString name(library);
+    BinString id(library);
+    result.code = token("GetCertInfo", index, &result.type, &name, &id);
+    result.name = name.bytes();
+    result.id = id.bytes();
+    return result;
+}
+
+std::string TokenTest::idOf(const std::string& certificate)
+{
+    for (int index = 0; index < count(); ++index)
+        if (read("ReadCert", info(index).id) == certificate)
+            return info(index).id;
+    return "no such certificate";
+}
+
+std::string TokenTest::read(const std::string& operation, const std::string& id)
+{
+    return bytesOrCode(ask((isZrtk() ? "PKCS11_" : "HSM_") + operation, id));
+}
+
+std::string TokenTest::read(const std::string& operation, const std::string& id, const std::string& input)
+{
+    return bytesOrCode(ask((isZrtk() ? "PKCS11_" : "HSM_") + operation, id, input));
+}
+
+std::string TokenTest::asUser(const std::string& arguments)
+{
+    return pkcs11Tool(std::string("--token-label first --login --pin ") + userPin + " " + arguments);
+}
+
+std::string refused(qgtk::Code code)
+{
+    return "code " + std::to_string(number(code));
 }

@@ -2,6 +2,7 @@
 
 #include <p11-kit/pkcs11.h>
 
+#include "MessageTest.h"
 #include "PfxSamples.h"
 #include "quillgate/toolkit_token.h"
 
@@ -9,7 +10,7 @@ inline constexpr const char* officerPin = "87654321";
 inline constexpr const char* userPin = "123456";
 
 /** Operations on SoftHSM tokens in a directory of the test's own. */
-class TokenTest : public ToolkitTest
+class TokenTest : public MessageTest
 {
 protected:
     void SetUp() override;
@@ -22,8 +23,6 @@ protected:
         return call((isZrtk() ? "PKCS11_" : "HSM_") + operation, arguments...);
     }
 
-    bool isZrtk() const { return std::string(GetParam().prefix) == "ZRTK_"; }
-
     /** Loads SoftHSM. */
     int loadModule();
 
@@ -32,12 +31,47 @@ protected:
 
     /** Opens the session on a slot and logs in. */
     int open(unsigned long slot, const char* pin = userPin);
+    using MessageTest::open;
 
     /** The slots that hold a token. */
     std::vector<unsigned long> slots();
 
+    /** Makes the token "first" and logs in to it. */
+    void makeOpenToken();
+
+    /** Writes a pair to the token. */
+    int write(const SamplePair& pair);
+
+    /** Number of the token's certificates. */
+    int count();
+
+    /** What GetCertInfo gives. */
+    struct Info
+    {
+        int code = -1;
+        int type = 77;
+        std::string name;
+        std::string id;
+    };
+    Info info(int index);
+
+    /** The identifier of a written certificate. */
+    std::string idOf(const std::string& certificate);
+
+    /** What an operation on an identifier gives; "code ..." when it fails. */
+    std::string read(const std::string& operation, const std::string& id);
+
+    /** The same with an input. */
+    std::string read(const std::string& operation, const std::string& id, const std::string& input);
+
     /** What pkcs11-tool prints. */
     std::string pkcs11Tool(const std::string& arguments);
 
+    /** The same as the user of the token "first". */
+    std::string asUser(const std::string& arguments);
+
     std::string tokens; /**< the directory */
 };
+
+/** How TokenTest::read tells a failure. */
+std::string refused(qgtk::Code code);

@@ -2,18 +2,20 @@
 
 #include <algorithm>
 #include <variant>
+#include <vector>
 
 #include "toolkit/core/FileStream.h"
 
 namespace qgtk {
 
-/** Bytes to go through once from the beginning: in memory, or a file of any length. */
+/** Bytes to go through once from the beginning: in memory, or files of any length, one behind the other. */
 class DataInput
 {
 public:
     DataInput(ByteView bytes) : m_source(bytes) {}
     /** The file is opened by forEachPiece. */
-    DataInput(std::string path) : m_source(std::move(path)) {}
+    DataInput(std::string path) : m_source(std::vector<std::string>{std::move(path)}) {}
+    DataInput(std::vector<std::string> paths) : m_source(std::move(paths)) {}
 
     /** Gives take(ByteView) piece by piece; none for an empty file. Throws as FileSource and take do. */
     template <typename Take>
@@ -22,7 +24,8 @@ public:
         if (const ByteView* bytes = std::get_if<ByteView>(&m_source))
             forEachOf(*bytes, take);
         else
-            forEachOf(std::get<std::string>(m_source), take);
+            for (const std::string& path : std::get<std::vector<std::string>>(m_source))
+                forEachOf(path, take);
     }
 
 private:
@@ -45,7 +48,7 @@ private:
             take(ByteView(piece).first(count));
     }
 
-    std::variant<ByteView, std::string> m_source;
+    std::variant<ByteView, std::vector<std::string>> m_source;
 };
 
 } // namespace qgtk

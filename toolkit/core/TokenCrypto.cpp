@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <openssl/ec.h>
 
 #include "toolkit/core/Errors.h"
 #include "toolkit/core/TokenFailure.h"
+#include "toolkit/core/TokenKeyUse.h"
 #include "toolkit/core/TokenObjects.h"
 
 namespace qgtk {
@@ -37,28 +36,6 @@ const TokenHash& hashOf(std::string_view name)
     const auto found = std::ranges::find(hashes, name, &TokenHash::name);
     require(found != hashes.end(), Code::AlgorithmCodeUnknown);
     return *found;
-}
-
-CK_OBJECT_HANDLE keyOf(const TokenSession& session, CK_OBJECT_CLASS kind, ByteView id)
-{
-    TokenAttributes attributes(kind);
-    attributes.addBytes(CKA_ID, id);
-    const std::vector<CK_OBJECT_HANDLE> found = findObjects(session, attributes);
-    require(!found.empty(), Code::TokenObjectMissing);
-    return found.front();
-}
-
-CK_OBJECT_HANDLE privateKeyOf(const TokenSession& session, ByteView id)
-{
-    session.requireLogin();
-    return keyOf(session, CKO_PRIVATE_KEY, id);
-}
-
-bool isOfCurve(const TokenSession& session, CK_OBJECT_HANDLE key)
-{
-    const SecretBytes kind = readAttribute(session, key, CKA_KEY_TYPE);
-    constexpr CK_KEY_TYPE curve = CKK_EC;
-    return kind.size() == sizeof curve && std::memcmp(kind.data(), &curve, sizeof curve) == 0;
 }
 
 /** A mechanism with room for its parameters. */
@@ -111,38 +88,10 @@ std::size_t capacityOf(const TokenSession& session, CK_OBJECT_HANDLE key, const 
     return modulus > overhead ? modulus - overhead : 0;
 }
 
-CK_BYTE* mutableBytes(ByteView bytes)
-{
-    return const_cast<CK_BYTE*>(bytes.data());
-}
-
-/** A step of one part that gives bytes: asks for their number, then for them. */
-template <typename Step>
-SecretBytes resultOf(const char* name, Step step, const TokenSession& session, ByteView data)
-{
-    CK_ULONG length = 0;
-    invoke(name, step, session.handle(), mutableBytes(data), CK_ULONG(data.size()), nullptr, &length);
-    SecretBytes result(length);
-    invoke(name, step, session.handle(), mutableBytes(data), CK_ULONG(data.size()), result.data(), &length);
-    result.resize(std::min<std::size_t>(result.size(), length));
-    return result;
-}
-
-using EcdsaHandle = Handle<ECDSA_SIG, ECDSA_SIG_free>;
-
-/** Both numbers of equal length as the DER that everybody else has. */
+/** Both numbers of a signature as the DER that everybody else has. */
 SecretBytes encodeEcdsa(ByteView numbers)
 {
-    const EcdsaHandle signature = owned<EcdsaHandle>(ECDSA_SIG_new());
-    const int half = static_cast<int>(numbers.size() / 2);
-    BIGNUM* const r = BN_bin2bn(numbers.data(), half, nullptr);
-    BIGNUM* const s = BN_bin2bn(numbers.data() + half, half, nullptr);
-    if (ECDSA_SIG_set0(signature.get(), r, s) != 1) {
-        BN_free(r);
-        BN_free(s);
-        throw std::bad_alloc();
-    }
-    return encodeDer<SecretBytes>(i2d_ECDSA_SIG, signature.get());
+    return encodeDer<SecretBytes>(i2d_ECDSA_SIG, ecdsaOf(numbers).get());
 }
 
 /** The other way. Throws SignatureWrong for what is no such DER or too long for the curve. */
@@ -237,59 +186,42 @@ void generatePair(const TokenSession& session, int algorithm, PairPurpose purpos
 SecretBytes signOnToken(const Crypto& crypto, const TokenSession& session, ByteView id,
                         const SignatureForm& form, ByteView data)
 {
-    const CK_OBJECT_HANDLE key = privateKeyOf(session, id);
+    const CK_OBJECT_HANDLE key = privateKeyOnToken(session, id);
     const bool curve = isOfCurve(session, key);
     const auto mechanism = signatureMechanism(curve, form);
-    const CK_FUNCTION_LIST& functions = session.functions();
-    const Bytes digest = curve ? crypto.hash(form.digest, data) : Bytes();
-    invoke("C_SignInit", functions.C_SignInit, session.handle(), mechanism->get(), key);
-    const SecretBytes signature =
-        resultOf("C_Sign", functions.C_Sign, session, curve ? ByteView(digest) : data);
-    return curve ? encodeEcdsa(signature) : signature;
+    if (!curve)
+        return signOnce(session, mechanism->get(), key, data);
+    return encodeEcdsa(signOnce(session, mechanism->get(), key, crypto.hash(form.digest, data)));
 }
 
 void verifyOnToken(const Crypto& crypto, const TokenSession& session, ByteView id, const SignatureForm& form,
                    ByteView data, ByteView signature)
 {
-    const CK_OBJECT_HANDLE key = keyOf(session, CKO_PUBLIC_KEY, id);
+    const CK_OBJECT_HANDLE key = keyOnToken(session, CKO_PUBLIC_KEY, id);
     const bool curve = isOfCurve(session, key);
     const auto mechanism = signatureMechanism(curve, form);
-    const CK_FUNCTION_LIST& functions = session.functions();
-    const Bytes digest = curve ? crypto.hash(form.digest, data) : Bytes();
-    const SecretBytes numbers = curve ? decodeEcdsa(signature, curveLength(session, key)) : SecretBytes();
-    const ByteView signedBytes = curve ? ByteView(digest) : data;
-    const ByteView value = curve ? ByteView(numbers) : signature;
-    invoke("C_VerifyInit", functions.C_VerifyInit, session.handle(), mechanism->get(), key);
-    invoke("C_Verify", functions.C_Verify, session.handle(), mutableBytes(signedBytes),
-           CK_ULONG(signedBytes.size()), mutableBytes(value), CK_ULONG(value.size()));
+    if (curve)
+        verifyOnce(session, mechanism->get(), key, crypto.hash(form.digest, data),
+                   decodeEcdsa(signature, curveLength(session, key)));
+    else
+        verifyOnce(session, mechanism->get(), key, data, signature);
 }
 
 SecretBytes encryptOnToken(const TokenSession& session, ByteView id, const EncryptionForm& form,
                            ByteView data)
 {
-    const CK_OBJECT_HANDLE key = keyOf(session, CKO_PUBLIC_KEY, id);
+    const CK_OBJECT_HANDLE key = keyOnToken(session, CKO_PUBLIC_KEY, id);
     require(!isOfCurve(session, key), Code::KeyUnsuitable);
     require(data.size() <= capacityOf(session, key, form), Code::DataLength);
-    const auto mechanism = cipherMechanism(form);
-    const CK_FUNCTION_LIST& functions = session.functions();
-    invoke("C_EncryptInit", functions.C_EncryptInit, session.handle(), mechanism->get(), key);
-    return resultOf("C_Encrypt", functions.C_Encrypt, session, data);
+    return encryptOnce(session, cipherMechanism(form)->get(), key, data);
 }
 
 SecretBytes decryptOnToken(const TokenSession& session, ByteView id, const EncryptionForm& form,
                            ByteView data)
 {
-    const CK_OBJECT_HANDLE key = privateKeyOf(session, id);
+    const CK_OBJECT_HANDLE key = privateKeyOnToken(session, id);
     require(!isOfCurve(session, key), Code::KeyUnsuitable);
-    const auto mechanism = cipherMechanism(form);
-    const CK_FUNCTION_LIST& functions = session.functions();
-    invoke("C_DecryptInit", functions.C_DecryptInit, session.handle(), mechanism->get(), key);
-    try {
-        return resultOf("C_Decrypt", functions.C_Decrypt, session, data);
-    } catch (const Failure& failure) {
-        // Modules tell faults of the data apart, or give their general failure.
-        throw failure.code() == Code::ModuleFailed ? Failure(Code::NotDecryptable) : failure;
-    }
+    return decryptOnce(session, cipherMechanism(form)->get(), key, data);
 }
 
 } // namespace qgtk

@@ -12,6 +12,8 @@ public:
     /** Takes an RSA or elliptic curve pair apart. Throws KeyUnsuitable for any other. */
     explicit TokenKey(const KeyHandle& pair);
 
+    bool isOfCurve() const { return m_kind == CKK_EC; }
+
     /** Adds kind and numbers of the public half. The bytes stay this object's. */
     void addPublic(TokenAttributes& attributes) const;
 

@@ -88,8 +88,7 @@ NewObjects::~NewObjects()
 
 void NewObjects::create(const TokenAttributes& attributes)
 {
-    m_objects.reserve(m_objects.size() + 1);
-    m_objects.push_back(createObject(m_session, attributes));
+    add([&] { return createObject(m_session, attributes); });
 }
 
 } // namespace qgtk

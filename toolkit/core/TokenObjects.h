@@ -45,6 +45,16 @@ public:
     NewObjects& operator=(const NewObjects&) = delete;
 
     void create(const TokenAttributes& attributes);
+
+    /** Takes the object that a function makes. */
+    template <typename Make>
+    CK_OBJECT_HANDLE add(Make&& make)
+    {
+        m_objects.reserve(m_objects.size() + 1);
+        m_objects.push_back(make());
+        return m_objects.back();
+    }
+
     void keep() { m_objects.clear(); }
 
 private:

@@ -81,14 +81,15 @@ void createKeys(NewObjects& objects, const TokenKey& key, PairUse use, ByteView 
     secret.addFlag(CKA_SENSITIVE, true);
     secret.addFlag(CKA_EXTRACTABLE, false);
     secret.addFlag(CKA_SIGN, use.signs);
-    secret.addFlag(CKA_DECRYPT, use.decrypts);
+    secret.addFlag(CKA_DECRYPT, use.decrypts && !key.isOfCurve());
+    secret.addFlag(CKA_DERIVE, use.agrees && key.isOfCurve());
     key.addPrivate(secret);
     objects.create(secret);
 
     TokenAttributes open = newObject(CKO_PUBLIC_KEY, false);
     open.addBytes(CKA_ID, id);
     open.addFlag(CKA_VERIFY, use.signs);
-    open.addFlag(CKA_ENCRYPT, use.decrypts);
+    open.addFlag(CKA_ENCRYPT, use.decrypts && !key.isOfCurve());
     key.addPublic(open);
     objects.create(open);
 }
@@ -137,12 +138,13 @@ PairUse useOf(const Certificate& certificate)
 {
     const StringHandle usage = extensionOf<StringHandle>(certificate, NID_key_usage);
     if (!usage)
-        return {true, true};
+        return {true, true, true};
     const auto has = [&](int bit) {
         return ASN1_BIT_STRING_get_bit(usage.get(), bit) == 1;
     };
-    // digitalSignature, nonRepudiation; keyEncipherment, dataEncipherment (RFC 5280, section 4.2.1.3)
-    return {has(0) || has(1), has(2) || has(3)};
+    // digitalSignature, nonRepudiation; keyEncipherment, dataEncipherment; keyAgreement (RFC 5280, section
+    // 4.2.1.3)
+    return {has(0) || has(1), has(2) || has(3), has(4)};
 }
 
 std::vector<TokenCertificate> listCertificates(const TokenSession& session)

@@ -17,6 +17,7 @@ struct PairUse
 {
     bool signs;
     bool decrypts;
+    bool agrees;
 };
 PairUse useOf(const Certificate& certificate);
 

@@ -125,14 +125,23 @@ inline void signAndEnvelopeData(Context& context, int options, const PairArgumen
            signAndEnvelope(context, pair.in(context), form, viewOf(recipients), cipher, messageBytes(data)));
 }
 
+/** Gives a content that has been verified, and its first signer when it is asked for. */
+inline void storeSignedContent(const Context& context, const SecretBytes& content, BINSTR* data,
+                               BINSTR* signerCertificate)
+{
+    BINSTR unwanted = {};
+    assignAll({{data, content},
+               {signerCertificate ? signerCertificate : &unwanted, keptSigner(context, 0).certificate}});
+    release(&unwanted);
+}
+
 inline void openSignedData(Context& context, int options, const PairArgument& pair, const BINSTR* message,
                            BINSTR* data, BINSTR* signerCertificate)
 {
     requireOutput(data);
     const SecretBytes content =
         openSignedEnvelope(context, messageBytes(message), checkedOptions(options), pair.in(context));
-    storeSigner(keptSigner(context, 0), signerCertificate, nullptr);
-    assign(data, content);
+    storeSignedContent(context, content, data, signerCertificate);
 }
 
 } // namespace qgtk

@@ -5,8 +5,9 @@
 
 #include "quillgate/toolkit_token.h"
 #include "toolkit/core/Names.h"
+#include "toolkit/core/TokenMessages.h"
 #include "toolkit/core/TokenPairs.h"
-#include "toolkit/interface/Interface.h"
+#include "toolkit/interface/MessageInterface.h"
 
 namespace qgtk {
 
@@ -62,6 +63,15 @@ inline void storeCertificateInfo(Context& context, int index, int* type, BINSTR*
     const std::string subject = nameText(certificate.subjectDer(), context.charset());
     assignAll({{name, bytesOf(subject)}, {id, found.id}});
     *type = use;
+}
+
+/** Signs data into a message with a pair of the token, at the present time. */
+inline void signDataOnToken(Context& context, int options, const BINSTR* id, const BINSTR* data,
+                            BINSTR* message)
+{
+    requireOutput(message);
+    const SigningForm form = signingForm(context, options, nullptr);
+    assign(message, signOnToken(context, viewOf(id), form, messageBytes(data)));
 }
 
 } // namespace qgtk

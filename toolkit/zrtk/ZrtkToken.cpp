@@ -15,11 +15,11 @@ namespace {
 /** What a token is called that its caller gives no name. */
 constexpr const char* defaultLabel = "Quillgate";
 
-/** The first token that holds nothing yet: no other is erased unasked. Throws NoToken. */
-CK_SLOT_ID blankToken(const TokenModule& module)
+/** The first token that has been initialised, or the first that has not. Throws NoToken. */
+CK_SLOT_ID firstToken(const TokenModule& module, bool initialised)
 {
     for (const CK_SLOT_ID slot : module.slots())
-        if ((module.tokenInfo(slot).flags & CKF_TOKEN_INITIALIZED) == 0)
+        if (((module.tokenInfo(slot).flags & CKF_TOKEN_INITIALIZED) != 0) == initialised)
             return slot;
     throw Failure(Code::NoToken);
 }
@@ -44,6 +44,22 @@ void openLoggedIn(Context& context, CK_SLOT_ID slot, std::string_view pin)
     }
 }
 
+/** The paths that a caller gives in one text. Throws BadArgument when there is none. */
+std::vector<std::string> pathsIn(const char* list)
+{
+    constexpr char separator = ';';
+    std::string_view rest = textArgument(list);
+    std::vector<std::string> paths;
+    while (!rest.empty()) {
+        const std::size_t length = std::min(rest.find(separator), rest.size());
+        if (length > 0)
+            paths.emplace_back(rest.substr(0, length));
+        rest.remove_prefix(std::min(length + 1, rest.size()));
+    }
+    require(!paths.empty(), Code::BadArgument);
+    return paths;
+}
+
 /** What a caller's number of a kind of pair means. Throws BadArgument. */
 PairPurpose purposeOf(int keyType)
 {
@@ -57,7 +73,8 @@ QGTK_OPERATION(InitToken)(void* handle, char* officerPin, char* userPin)
 {
     return callOn(handle, [&](Context& context) {
         TokenModule& module = tokenModule(context);
-        module.initialiseToken(blankToken(module), pinArgument(officerPin), pinArgument(userPin),
+        // One that holds something is not erased unasked.
+        module.initialiseToken(firstToken(module, false), pinArgument(officerPin), pinArgument(userPin),
                                defaultLabel);
     });
 }
@@ -68,6 +85,13 @@ QGTK_OPERATION(InitTokenWithSlotID)
     return callOn(handle, [&](Context& context) {
         require(label != nullptr, Code::BadArgument);
         tokenModule(context).initialiseToken(slot, pinArgument(officerPin), pinArgument(userPin), label);
+    });
+}
+
+QGTK_OPERATION(OpenSession)(void* handle, char* pin)
+{
+    return callOn(handle, [&](Context& context) {
+        openLoggedIn(context, firstToken(tokenModule(context), true), pinArgument(pin));
     });
 }
 
@@ -124,5 +148,61 @@ QGTK_OPERATION(Decrypt)(void* handle, BINSTR* id, BINSTR* cipherText, BINSTR* pl
     return callOn(handle, [&](Context& context) {
         assign(plain, decryptOnToken(tokenSession(context), viewOf(id), encryptionForm(context),
                                      viewOf(cipherText)));
+    });
+}
+
+QGTK_OPERATION(SignData)(void* handle, BINSTR* id, BINSTR* data, BINSTR* message)
+{
+    return callOn(handle, [&](Context& context) {
+        signDataOnToken(context, context.messages.options, id, data, message);
+    });
+}
+
+QGTK_OPERATION(SignData_NoContent)(void* handle, BINSTR* id, BINSTR* data, BINSTR* message)
+{
+    return callOn(handle, [&](Context& context) {
+        signDataOnToken(context, context.messages.options | QG_CMS_DETACHED, id, data, message);
+    });
+}
+
+QGTK_OPERATION(DecryptData)(void* handle, BINSTR* id, BINSTR* message, BINSTR* data)
+{
+    return callOn(handle, [&](Context& context) {
+        requireOutput(data);
+        assign(data, openOnToken(context, viewOf(id), messageBytes(message)));
+    });
+}
+
+/* Callers name no cipher. */
+QGTK_OPERATION(SignAndEnvData)
+(void* handle, BINSTR* id, BINSTR* recipients, BINSTR* data, BINSTR* message)
+{
+    return callOn(handle, [&](Context& context) {
+        requireOutput(message);
+        const SigningForm form = signingForm(context, context.messages.options, nullptr);
+        assign(message, signAndEnvelopeOnToken(context, viewOf(id), form, viewOf(recipients),
+                                               QG_CIPHER_AES256, messageBytes(data)));
+    });
+}
+
+QGTK_OPERATION(VerifyAndDecData)
+(void* handle, BINSTR* id, BINSTR* message, BINSTR* data, BINSTR* signerCertificate)
+{
+    return callOn(handle, [&](Context& context) {
+        requireOutput(data);
+        storeSignedContent(context,
+                           openSignedOnToken(context, viewOf(id), messageBytes(message),
+                                             checkedOptions(context.messages.options)),
+                           data, signerCertificate);
+    });
+}
+
+QGTK_OPERATION(VerifySignatureValue)
+(void* handle, char* paths, BINSTR* signerCertificate, BINSTR* signature)
+{
+    return callOn(handle, [&](Context& context) {
+        const KeyHandle key = keyOfCertificate(context.crypto(), Certificate(viewOf(signerCertificate)));
+        verifyData(context.crypto(), key, signatureForm(context, QG_HASH_CONTEXT), pathsIn(paths),
+                   viewOf(signature));
     });
 }
