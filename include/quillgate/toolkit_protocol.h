@@ -225,30 +225,48 @@ QUILLGATE_API int TSPGetTokenInfo(void* pContext, BINSTR* pBinToken, int nAllocL
  * @defgroup cmp CMP
  * @ingroup toolkit
  *
- * The forms with a 2 take and give lists, built and read with UTILAddObject and UTILGetObject.
+ * The forms with a 2 take and give lists, built and read with UTILAddObject and UTILGetObject. Entries of
+ * pBinTypes are one byte, QG_TOKEN_SIGNING or QG_TOKEN_MANAGEMENT of toolkit_token.h; those of the same place
+ * in the three lists belong together.
+ *
+ * What the open toolkit makes of the arguments: pszIP is a host, or a whole http: address, which says port
+ * and path itself. pszRefNum is the sender's key identifier and pszAuthCode the secret of the messages' MAC,
+ * as bytes. pszIDN may be empty; else the certificate is asked for with the identity value over this number
+ * and the new key's random value. pszCACert is a file with the DER certificate of the authority: who is
+ * asked, and where the paths of issued certificates and of signed answers must end. Nothing is filled unless
+ * all is.
  * @{
  */
 
+/** Protocols, for CMPSetProtocol, of the open toolkit. */
+enum
+{
+    QG_CMP_HTTP = 0, /**< over HTTP (RFC 6712); the setting of a new context */
+    QG_CMP_TCP = 1,  /**< over TCP (RFC 2510, section 5.2), whose usual port is 829 */
+};
+
 /**
- * Sets the protocol of the context. ZR side only.
+ * Sets the protocol of the context. ZR side only. The open toolkit answers 1004 to other numbers.
  *
  * @param pContext context of ZR_Initalize
- * @param nType number of the protocol
+ * @param nType number of the protocol, QG_CMP_...
  * @return 0 or a code that all share
  */
 QUILLGATE_API int CMPSetProtocol(void* pContext, int nType);
 
 /**
- * Sets the CA of the context. ZR side only.
+ * Sets the CA of the context. ZR side only. The open toolkit takes path and kind of keys from the section
+ * CMP_CA<nCA> of its configuration, and answers 1004 when there is none.
  *
  * @param pContext context of ZR_Initalize
- * @param nCA number of the CA
+ * @param nCA number of the CA; 0, as at first: none in particular
  * @return 0 or a code that all share
  */
 QUILLGATE_API int CMPSetCA(void* pContext, int nCA);
 
 /**
- * Requests certificates; gives signing and key-management pairs. ZR side only.
+ * Requests certificates; gives signing and key-management pairs. ZR side only. The open toolkit asks for the
+ * signing pair alone when both records of the other are null.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server
@@ -278,7 +296,7 @@ QUILLGATE_API int CMPCertRequest(void* pContext, char* pszIP, int nPort, char* p
  * @param pszAuthCode authorisation code given by the CA
  * @param pszIDN identification number of the person or firm
  * @param pszCACert path of the CA's certificate
- * @param[out] pBinTypes list of the pairs' types
+ * @param[in,out] pBinTypes list of the pairs' types; one that is empty asks for one of each
  * @param[out] pBinCerts list of certificates
  * @param[out] pBinPriKeys list of plain private keys; a secret
  * @param[out] pBinCaPubs list of CA certificates, DER
@@ -289,7 +307,8 @@ QUILLGATE_API int CMPCertRequest2(void* pContext, char* pszIP, int nPort, char* 
                                   BINSTR* pBinPriKeys, BINSTR* pBinCaPubs);
 
 /**
- * Renews certificates, with new keys if bKeyUpdate. The pairs are input and output. ZR side only.
+ * Renews certificates, with new keys if bKeyUpdate. The pairs are input and output. ZR side only. The signing
+ * pair signs all messages.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server
@@ -330,7 +349,9 @@ QUILLGATE_API int CMPCertUpdate2(void* pContext, char* pszIP, int nPort, bool bK
                                  BINSTR* pBinCaPubs);
 
 /**
- * Revokes certificates. ZR side only.
+ * Revokes certificates. ZR side only. The signing pair signs all messages, and goes last; a certificate that
+ * is given as both goes once. The open toolkit must find the issuer, as for verifying: give it with
+ * ZR_SetCaPubs.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server

@@ -107,7 +107,7 @@ void assign(BINSTR* output, ByteView bytes)
     *output = BINSTR{copy.release(), static_cast<int>(bytes.size())};
 }
 
-void assignAll(std::initializer_list<Output> outputs)
+void assignAll(std::span<const Output> outputs)
 {
     std::vector<OwnRecord> records;
     for (const Output& output : outputs) {

@@ -26,7 +26,11 @@ struct Output
 };
 
 /** Fills several records, all of them or none. Throws as assign. */
-void assignAll(std::initializer_list<Output> outputs);
+void assignAll(std::span<const Output> outputs);
+inline void assignAll(std::initializer_list<Output> outputs)
+{
+    assignAll(std::span(outputs.begin(), outputs.size()));
+}
 
 /** Wipes and frees the bytes, when this library made them, and empties the record. */
 void release(BINSTR* record);

@@ -79,6 +79,30 @@ void readDirectories(Sections& sections, const DirectoryKeys& keys, std::vector<
     }
 }
 
+/** Puts what a section says of CMP in the place of other values. */
+void readCmp(const Values& values, CmpAuthority& authority)
+{
+    authority.keyPair = numberOf(values, "CMP_KEY", authority.keyPair);
+    const std::string path = textIn(values, "CMP_PATH");
+    if (!path.empty())
+        authority.path = path.substr(path.starts_with('/') ? 1 : 0);
+}
+
+/** Reads the sections of authorities. */
+void readCmpAuthorities(const Sections& sections, std::map<int, CmpAuthority>& authorities)
+{
+    constexpr std::string_view prefix = "CMP_CA";
+    const CmpAuthority common = authorities[0];
+    for (const auto& [name, values] : sections) {
+        int number = 0;
+        const char* const end = name.data() + name.size();
+        if (!name.starts_with(prefix) ||
+            std::from_chars(name.data() + prefix.size(), end, number).ptr != end || number <= 0)
+            continue;
+        readCmp(values, authorities.emplace(number, common).first->second);
+    }
+}
+
 } // namespace
 
 Configuration Configuration::read(const std::string& path)
@@ -96,6 +120,8 @@ Configuration Configuration::read(const std::string& path)
         if (textIn(values, "LANGUAGE") == "ENG")
             result.language = Language::English;
         result.tokenModule = textIn(values, "PKCS11_MODULE");
+        readCmp(values, result.cmpAuthorities[0]);
+        readCmpAuthorities(sections, result.cmpAuthorities);
         readDirectories(sections, {"CA_INFO_COUNT", "CA_INFO", "CA_DN", "DIR_URL"}, result.directories);
         readDirectories(sections, {"LDAP_INFO_COUNT", "LDAP_INFO", "DN", "URL"}, result.directories);
     } catch (const Failure&) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,13 @@ struct DirectoryEntry
 {
     std::string name; /**< leaf first */
     std::string url;  /**< "ldap://host:port" */
+};
+
+/** How an authority is asked by CMP: "CMP_PATH" and "CMP_KEY". */
+struct CmpAuthority
+{
+    std::string path;   /**< of the server's address, without the slash that it begins with */
+    int keyPair = 2048; /**< number of the kind of new pairs, see quillgate/algorithms.h */
 };
 
 /**
@@ -34,6 +42,18 @@ struct Configuration
     /** Entries of the sections "CA_INFO1" or "LDAP_INFO1" and so on, of which "VALIDATOIN_OPTION" has the
      * count. */
     std::vector<DirectoryEntry> directories;
+
+    /** By the number of the section, "CMP_CA1" and so on; 0 is "OPEN_TOOLKIT", whose values the others have
+     * unless they say otherwise. */
+    std::map<int, CmpAuthority> cmpAuthorities{{0, {}}};
+
+    /** The settings of an authority by its number. Throws NotSupported when they are not there. */
+    const CmpAuthority& cmpAuthority(int number) const
+    {
+        const auto found = cmpAuthorities.find(number);
+        require(found != cmpAuthorities.end(), Code::NotSupported);
+        return found->second;
+    }
 
     static Configuration read(const std::string& path);
 };

@@ -7,6 +7,7 @@
 #include "toolkit/core/Certificate.h"
 #include "toolkit/core/CertificateStatus.h"
 #include "toolkit/core/Charset.h"
+#include "toolkit/core/CmpSettings.h"
 #include "toolkit/core/Configuration.h"
 #include "toolkit/core/Crypto.h"
 #include "toolkit/core/CryptoSettings.h"
@@ -75,6 +76,7 @@ public:
     int option = 0;        /**< the caller's; nothing acts on it yet */
     VerifySettings verifySettings;
     CryptoSettings cryptoSettings;
+    CmpSettings cmp;
     MessageState messages;
     Bytes stampRequest;                   /**< the last time stamp request, DER */
     std::vector<Bytes> ocspIssuers;       /**< of the last status request, DER */

@@ -143,7 +143,12 @@ namespace qgtk {
     X(StampRefused, 5402, "The time stamp server refused the request", "타임스탬프 서버가 요청을 거부했습니다") \
     X(StampDamaged, 5403, "The time stamp is damaged or is not one", "타임스탬프가 손상되었거나 타임스탬프가 아닙니다") \
     X(StampOfOther, 5404, "The time stamp is of other data or another request", "다른 데이터 또는 다른 요청의 타임스탬프입니다") \
-    X(StampUntrusted, 5405, "The time stamp is not trusted", "타임스탬프를 신뢰할 수 없습니다")
+    X(StampUntrusted, 5405, "The time stamp is not trusted", "타임스탬프를 신뢰할 수 없습니다") \
+    X(CmpRefused, 5500, "The authority refused the request", "발급기관이 요청을 거부했습니다") \
+    X(CmpSecretWrong, 5501, "The reference number or authorisation code is wrong", "참조번호 또는 인가코드가 올바르지 않습니다") \
+    X(CmpUntrusted, 5502, "The authority's answer is not trusted", "발급기관의 응답을 신뢰할 수 없습니다") \
+    X(CmpCertificateOther, 5503, "The issued certificate is not the one that was asked for", "요청한 것과 다른 인증서가 발급되었습니다") \
+    X(CmpKeyMissing, 5504, "The authority did not give the key", "발급기관이 키를 주지 않았습니다")
 // clang-format on
 
 #define QGTK_CODE_ENUMERATOR(name, number, english, korean) name = (number),

@@ -132,21 +132,6 @@ SecretBytes encodeHashContent(ByteView idNumber, ByteView random)
     return encodeDer<SecretBytes>(encode, content.get());
 }
 
-Identity identityOf(const Certificate& certificate)
-{
-    using NamesHandle = Handle<GENERAL_NAMES, GENERAL_NAMES_free>;
-    const NamesHandle names = extensionOf<NamesHandle>(certificate, NID_subject_alt_name);
-    for (int i = 0; i < sk_GENERAL_NAME_num(names.get()); ++i) {
-        const GENERAL_NAME* name = sk_GENERAL_NAME_value(names.get(), i);
-        std::optional<Identity> identity;
-        if (name->type == GEN_OTHERNAME)
-            identity = decodeIdentity(name->d.otherName);
-        if (identity)
-            return std::move(*identity);
-    }
-    throw Failure(Code::NoIdentity);
-}
-
 Bytes hashOf(const Crypto& crypto, const X509_ALGOR* algorithm, ByteView random, std::string_view idNumber)
 {
     const SecretBytes number = bareNumber(idNumber);
@@ -162,24 +147,92 @@ Bytes hashOf(const Crypto& crypto, const X509_ALGOR* algorithm, ByteView random,
     }
 }
 
+using VirtualIdHandle = Handle<VirtualIdData, freeVirtualId>;
+using IdentifyHandle = Handle<IdentifyData, freeIdentifyData>;
+using TypeHandle = Handle<ASN1_TYPE, ASN1_TYPE_free>;
+
+void setString(ASN1_STRING* string, ByteView bytes)
+{
+    if (ASN1_STRING_set(string, bytes.data(), static_cast<int>(bytes.size())) != 1)
+        throw std::bad_alloc();
+}
+
+ObjectHandle objectOf(const char* dotted)
+{
+    return owned<ObjectHandle>(OBJ_txt2obj(dotted, 1));
+}
+
+/** Puts a structure into a value of any type, as a sequence. */
+void pack(void* structure, const ASN1_ITEM* item, ASN1_TYPE* value)
+{
+    if (!ASN1_TYPE_pack_sequence(item, structure, &value))
+        throw std::bad_alloc();
+}
+
 } // namespace
 
 std::optional<Identity> decodeIdentity(const OTHERNAME* name)
 {
     if (dottedOid(name->type_id) != oids::identifyData)
         return std::nullopt;
-    const Handle<IdentifyData, freeIdentifyData> data(
-        unpack<IdentifyData>(name->value, ASN1_ITEM_rptr(IdentifyData)));
+    const IdentifyHandle data(unpack<IdentifyData>(name->value, ASN1_ITEM_rptr(IdentifyData)));
     if (!data)
         return std::nullopt;
-    const Handle<VirtualIdData, freeVirtualId> virtualId(
-        unpack<VirtualIdData>(virtualIdOf(*data), ASN1_ITEM_rptr(VirtualIdData)));
+    const VirtualIdHandle virtualId(unpack<VirtualIdData>(virtualIdOf(*data), ASN1_ITEM_rptr(VirtualIdData)));
     if (!virtualId)
         return std::nullopt;
     const ByteView bytes = contentOf(virtualId->virtualId);
     AlgorithmHandle hash(virtualId->hash);
     virtualId->hash = nullptr;
     return Identity{nameOf(data->realName), std::move(hash), Bytes(bytes.begin(), bytes.end())};
+}
+
+Identity identityOf(const Certificate& certificate)
+{
+    using NamesHandle = Handle<GENERAL_NAMES, GENERAL_NAMES_free>;
+    const NamesHandle names = extensionOf<NamesHandle>(certificate, NID_subject_alt_name);
+    for (int i = 0; i < sk_GENERAL_NAME_num(names.get()); ++i) {
+        const GENERAL_NAME* name = sk_GENERAL_NAME_value(names.get(), i);
+        std::optional<Identity> identity;
+        if (name->type == GEN_OTHERNAME)
+            identity = decodeIdentity(name->d.otherName);
+        if (identity)
+            return std::move(*identity);
+    }
+    throw Failure(Code::NoIdentity);
+}
+
+NameHandle makeIdentity(const Crypto& crypto, std::string_view realName, ByteView random,
+                        std::string_view idNumber)
+{
+    const auto virtualId = owned<VirtualIdHandle>(
+        reinterpret_cast<VirtualIdData*>(ASN1_item_new(ASN1_ITEM_rptr(VirtualIdData))));
+    const DigestHandle digest = crypto.digest("SHA256");
+    X509_ALGOR_set_md(virtualId->hash, digest.get());
+    const Bytes hash = hashOf(crypto, virtualId->hash, random, idNumber);
+    setString(virtualId->virtualId, hash);
+
+    const auto data =
+        owned<IdentifyHandle>(reinterpret_cast<IdentifyData*>(ASN1_item_new(ASN1_ITEM_rptr(IdentifyData))));
+    StringHandle name = owned<StringHandle>(ASN1_STRING_type_new(V_ASN1_UTF8STRING));
+    setString(name.get(), bytesOf(realName));
+    ASN1_TYPE_set(data->realName, V_ASN1_UTF8STRING, name.release());
+    auto* info = reinterpret_cast<UserInfo*>(ASN1_item_new(ASN1_ITEM_rptr(UserInfo)));
+    if (!info || sk_UserInfo_push(data->userInfo, info) == 0)
+        throw std::bad_alloc();
+    info->type = objectOf(oids::virtualId).release();
+    pack(virtualId.get(), ASN1_ITEM_rptr(VirtualIdData), info->value);
+
+    NameHandle other = owned<NameHandle>(GENERAL_NAME_new());
+    TypeHandle value = owned<TypeHandle>(ASN1_TYPE_new());
+    ASN1_TYPE* packed = value.get();
+    pack(data.get(), ASN1_ITEM_rptr(IdentifyData), packed);
+    ObjectHandle type = objectOf(oids::identifyData);
+    if (GENERAL_NAME_set0_othername(other.get(), type.get(), value.get()) != 1)
+        throw std::bad_alloc();
+    static_cast<void>(type.release());
+    static_cast<void>(value.release());
+    return other;
 }
 
 Bytes identityHash(const Crypto& crypto, const Certificate& certificate, ByteView random,

@@ -19,6 +19,19 @@ struct Identity
 /** Decodes the value of an alternative name of type id-kisa-identifyData. Empty when it is none. */
 std::optional<Identity> decodeIdentity(const OTHERNAME* name);
 
+using NameHandle = Handle<GENERAL_NAME, GENERAL_NAME_free>;
+
+/**
+ * The alternative name that a certificate is asked for with: the identity value over a number and a key's
+ * random value, with SHA-256. The holder's name is UTF-8 and may be empty. Throws BadArgument as identityHash
+ * does.
+ */
+NameHandle makeIdentity(const Crypto& crypto, std::string_view realName, ByteView random,
+                        std::string_view idNumber);
+
+/** The identity value of a certificate. Throws NoIdentity. */
+Identity identityOf(const Certificate& certificate);
+
 /**
  * The hash h(h(HashContent)) of an identification number and a key's random value, with the hash that the
  * certificate's identity value names. Blanks and hyphens of the number are passed over. Throws NoIdentity,

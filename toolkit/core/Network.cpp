@@ -7,6 +7,7 @@
 #include "toolkit/core/Certificate.h"
 #include "toolkit/core/Directory.h"
 #include "toolkit/core/Http.h"
+#include "toolkit/core/TcpMessage.h"
 #include "toolkit/core/X509Objects.h"
 
 namespace qgtk {
@@ -143,6 +144,11 @@ Bytes Network::post(const std::string& url, const std::string& contentType, Byte
         require(hasScheme(url, "http"), Code::UrlRefused);
         return httpPost(url, contentType, body, m_deadline, m_connectSeconds);
     });
+}
+
+Bytes Network::send(const std::string& host, int port, ByteView message)
+{
+    return exchangeByTcp(host, port, message, m_deadline, m_connectSeconds);
 }
 
 } // namespace qgtk

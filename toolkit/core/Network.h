@@ -59,6 +59,12 @@ public:
     /** Posts bytes to an "http:" address and gives the reply, DER of any kind. Throws as above. */
     Bytes post(const std::string& url, const std::string& contentType, ByteView body);
 
+    /** Sends bytes as a message over TCP and gives the reply's. Throws as exchangeByTcp. */
+    Bytes send(const std::string& host, int port, ByteView message);
+
+    /** What is left of the limit. */
+    const Deadline& deadline() const { return m_deadline; }
+
 private:
     template <typename Exchange>
     auto named(const std::string& url, Exchange&& exchange);

@@ -1,122 +1,17 @@
 #include "toolkit/core/TimeStampServer.h"
 
-#include <array>
-#include <cerrno>
-#include <poll.h>
-#include <sys/socket.h>
-
 #include "toolkit/core/ServerAccess.h"
 #include "toolkit/core/TimeStamp.h"
 
 namespace qgtk {
 
-namespace {
-
-/** What a message over TCP is (RFC 3161, section 3.3). */
-enum class MessageKind : std::uint8_t
-{
-    Stamp = 0, /**< a request, or a response */
-    Final = 5, /**< a response that needs no more asking */
-    Error = 6
-};
-
-/** Bytes of the length that stands before each message. */
-constexpr std::size_t lengthSize = 4;
-
-/** Waits until a socket can be read or written. Throws ServerTimeout. */
-void await(int socket, short event, const Deadline& deadline)
-{
-    pollfd waiting{socket, event, 0};
-    int ready = 0;
-    do {
-        ready = poll(&waiting, 1, deadline.milliseconds());
-    } while (ready < 0 && errno == EINTR);
-    require(ready > 0 && !deadline.hasPassed(), Code::ServerTimeout);
-}
-
-bool mayRetry()
-{
-    return errno == EAGAIN || errno == EINTR;
-}
-
-void sendAll(int socket, ByteView bytes, const Deadline& deadline)
-{
-    while (!bytes.empty()) {
-        await(socket, POLLOUT, deadline);
-        const ssize_t count = send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        require(count > 0 || mayRetry(), Code::ServerRefused);
-        if (count > 0)
-            bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
-}
-
-/** Fills a buffer. Throws ServerRefused when the server ends before. */
-void receiveAll(int socket, std::span<std::uint8_t> target, const Deadline& deadline)
-{
-    while (!target.empty()) {
-        await(socket, POLLIN, deadline);
-        const ssize_t count = recv(socket, target.data(), target.size(), 0);
-        require(count > 0 || (count < 0 && mayRetry()), Code::ServerRefused);
-        if (count > 0)
-            target = target.subspan(static_cast<std::size_t>(count));
-    }
-}
-
-/** A message: the length of what follows, its kind, the value. */
-Bytes framed(ByteView value)
-{
-    const std::size_t length = value.size() + 1;
-    Bytes message;
-    for (std::size_t i = lengthSize; i > 0; --i)
-        message.push_back(static_cast<std::uint8_t>(length >> (8 * (i - 1))));
-    message.push_back(static_cast<std::uint8_t>(MessageKind::Stamp));
-    message.insert(message.end(), value.begin(), value.end());
-    return message;
-}
-
-Bytes receiveMessage(int socket, const Deadline& deadline)
-{
-    std::array<std::uint8_t, lengthSize + 1> head = {};
-    receiveAll(socket, head, deadline);
-    std::size_t length = 0;
-    for (std::size_t i = 0; i < lengthSize; ++i)
-        length = length << 8 | head[i];
-    const auto kind = static_cast<MessageKind>(head[lengthSize]);
-    require(kind != MessageKind::Error, Code::ServerRefused);
-    require(kind == MessageKind::Stamp || kind == MessageKind::Final, Code::ReplyDamaged);
-    require(length > 1, Code::ReplyDamaged);
-    require(length - 1 <= maxReplyLength, Code::ReplyTooLarge);
-    Bytes value(length - 1);
-    receiveAll(socket, value, deadline);
-    return value;
-}
-
-Bytes exchangeByTcp(const Configuration& limits, const std::string& host, int port, ByteView request)
-{
-    const Deadline deadline(limits.totalSeconds);
-    try {
-        const Connection connection(host, std::to_string(port), deadline.sooner(limits.connectSeconds));
-        sendAll(connection.get(), framed(request), deadline);
-        return receiveMessage(connection.get(), deadline);
-    } catch (const Failure& failure) {
-        throw Failure(failure.code(), host + ":" + std::to_string(port));
-    }
-}
-
-} // namespace
-
 Bytes exchangeTimeStamp(Context& context, const std::string& host, int port, ByteView request)
 {
-    constexpr int mostPort = 65535;
     requireStampRequest(request);
-    Bytes reply;
-    if (host.find("://") != std::string::npos) {
-        ServerAccess servers(context);
-        reply = servers.network.post(host, "application/timestamp-query", request);
-    } else {
-        require(port > 0 && port <= mostPort, Code::BadArgument);
-        reply = exchangeByTcp(context.configuration(), host, port, request);
-    }
+    ServerAccess servers(context);
+    Bytes reply = host.find("://") != std::string::npos
+                      ? servers.network.post(host, "application/timestamp-query", request)
+                      : servers.network.send(host, port, request);
     if (!isStampResponse(reply))
         throw Failure(Code::ReplyDamaged, host);
     context.stampRequest.assign(request.begin(), request.end());

@@ -1,17 +1,11 @@
 #pragma once
 
 #include "toolkit/core/AsymmetricCipher.h"
+#include "toolkit/core/PairPurpose.h"
 #include "toolkit/core/Signature.h"
 #include "toolkit/core/TokenSession.h"
 
 namespace qgtk {
-
-/** What a pair is made for. */
-enum class PairPurpose
-{
-    Signing,
-    Management
-};
 
 /**
  * Makes a pair on the token: RSA of 2048, 3072 or 4096 bits, or on the curve of 256, 384 or 521. The private

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "toolkit/core/ErrorQueueKeeper.h"
+#include "toolkit/core/KeyObjects.h"
+#include "toolkit/core/OwnContext.h"
+#include "toolkit/core/ServerAccess.h"
+
+typedef struct ossl_cmp_ctx_st OSSL_CMP_CTX;
+
+namespace qgtk {
+
+inline void freeExtensions(X509_EXTENSIONS* extensions)
+{
+    sk_X509_EXTENSION_pop_free(extensions, X509_EXTENSION_free);
+}
+
+using ExtensionsHandle = Handle<X509_EXTENSIONS, freeExtensions>;
+
+/** Where an authority's server of CMP is. */
+struct CmpServer
+{
+    std::string host; /**< name or address, or a whole "http:" address with port and path */
+    int port;         /**< of a host */
+};
+
+/** What an authority hands a future holder out for a first request. */
+struct CmpSecret
+{
+    std::string_view reference; /**< reference number: the sender's key identifier */
+    std::string_view code;      /**< authorisation code: the secret of the messages' MAC */
+};
+
+/** Who signs messages. */
+struct CmpSigner
+{
+    X509Handle certificate;
+    KeyHandle key;
+};
+
+/** A request for one certificate. */
+struct CmpWish
+{
+    KeyHandle key;                     /**< pair of the new certificate */
+    ExtensionsHandle extensions;       /**< asked for */
+    X509Handle old;                    /**< the certificate to be replaced; null: a first one */
+    std::function<void(X509*)> accept; /**< throws when the holder does not want what was issued */
+};
+
+/** An issued certificate and the authorities' certificates that came with it, DER. */
+struct CmpIssued
+{
+    X509Handle certificate;
+    std::vector<Bytes> authorities;
+};
+
+/**
+ * Exchanges of one operation with an authority (RFC 4210), all within one limit of time.
+ *
+ * Answers have the secret's MAC, or are signed by the authority or by whom it has made its server. Anybody
+ * else below the authority is not believed.
+ */
+class CmpExchange
+{
+public:
+    /** Exactly one of secret and signer is used: the signer when it has a certificate. Throws NotSupported
+     * when the configuration lacks the context's authority. */
+    CmpExchange(Context& context, const CmpServer& server, const CmpSecret& secret, CmpSigner signer);
+
+    /** The authority's certificate: who is asked, and where paths of what it signs and issues end. */
+    void setAuthority(X509Handle certificate) { m_authority = std::move(certificate); }
+
+    ServerAccess& servers() { return m_servers; }
+
+    /**
+     * Requests a certificate, checks that it is of the key and of the authority and is accepted, and confirms
+     * or refuses it. Throws CmpRefused, CmpSecretWrong, CmpUntrusted, CmpCertificateOther, what accept
+     * throws, KeyUnsuitable, BadArgument for the port, and the codes of servers.
+     */
+    CmpIssued request(const CmpWish& wish);
+
+    /** Asks for the revocation of a certificate. Throws as above. */
+    void revoke(X509* certificate, int reason);
+
+private:
+    struct Run;
+    using RunFunction = std::function<bool(OSSL_CMP_CTX*)>;
+    void prepare(OSSL_CMP_CTX* handle) const;
+    void perform(Run& run, const RunFunction& session);
+    Bytes send(ByteView message);
+
+    Context& m_context;
+    CmpServer m_server;
+    CmpSecret m_secret;
+    CmpSigner m_signer;
+    X509Handle m_authority;
+    CmpAuthority m_settings;
+    OwnContext m_own;
+    ErrorQueueKeeper m_hostErrors;
+    ServerAccess m_servers;
+};
+
+} // namespace qgtk

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "toolkit/core/CmpRequest.h"
+
+namespace qgtk {
+
+/** A certificate and its private key. */
+struct CmpPair
+{
+    PairPurpose purpose;
+    Bytes certificate; /**< DER */
+    SecretBytes key;   /**< PrivateKeyInfo, DER */
+};
+
+/** What an authority has issued. */
+struct CmpResult
+{
+    std::vector<CmpPair> pairs; /**< as they were asked for */
+    Bytes authorities;          /**< list of authorities' certificates, at least the one given */
+};
+
+/** Whom a certificate is asked of, and for. */
+struct CmpApplication
+{
+    CmpServer server;
+    std::string_view idNumber; /**< of the holder; empty: no identity value is asked for */
+    std::string authorityFile; /**< the authority's certificate, DER */
+};
+
+/**
+ * Makes pairs and requests a certificate for each. New keys are of the kind that the configuration says and
+ * have a random value of 20 bytes. All or none: when one is refused, the revocation of those before is asked
+ * for, as far as the server lets. Throws as CmpExchange::request, AlgorithmCodeUnknown for the configured
+ * kind, and as readFile for the authority's certificate.
+ */
+CmpResult requestPairs(Context& context, const CmpApplication& application, const CmpSecret& secret,
+                       const std::vector<PairPurpose>& purposes);
+
+/**
+ * Replaces certificates, with new keys or the same. The signing pair, else the first, signs all messages, and
+ * is replaced last. Throws as above, and KeyMismatch, KeyNotPlain, CertDamaged before anything is sent.
+ */
+CmpResult updatePairs(Context& context, const CmpApplication& application, bool newKeys,
+                      const std::vector<CmpPair>& pairs);
+
+/**
+ * Asks for the revocation of certificates, with a reason of RFC 5280, section 5.3.1, or -1 for none. The
+ * signing pair, else the first, signs all messages and goes last; a certificate that stands there twice goes
+ * once. Throws as CmpExchange::revoke, BadArgument for the reason, IssuerMissing, KeyMismatch, KeyNotPlain,
+ * CertDamaged.
+ */
+void revokePairs(Context& context, const CmpServer& server, int reason, const std::vector<CmpPair>& pairs);
+
+} // namespace qgtk

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace qgtk {
+
+/** What a key pair is made for. */
+enum class PairPurpose
+{
+    Signing,
+    Management
+};
+
+} // namespace qgtk
