@@ -9,6 +9,8 @@ demo_packages=(fonts-nanum libssl3)
 # Independent programs that the tests compare with, a display, and the style checks.
 test_packages=(openssl gnutls-bin libnss3-tools softhsm2 opensc slapd python3 xvfb xauth binutils clang clang-format
                clang-tidy doxygen librsvg2-bin imagemagick fontconfig)
+# libFuzzer and the sanitizers of clang, and what the fuzz targets' seeds are made with.
+fuzz_packages=(clang libclang-rt-dev openssl)
 
 # install_missing WHY PACKAGE...: installs with apt what dpkg does not have; says what and why, asks for sudo when
 # not root. Does nothing, and touches no network, when all is there.

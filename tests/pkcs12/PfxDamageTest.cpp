@@ -279,6 +279,17 @@ TEST_P(PfxDamage, RandomValueOfABagGoesIntoTheKey)
     EXPECT_THAT(contents.keys, ElementsAre(holder.signing.key)) << "its own value stays";
 }
 
+TEST_P(PfxDamage, KeyWhoseOwnRandomValueIsOfNoUseComesAsItIs)
+{
+    const samplepki::KeyPair bare = samplepki::KeyPool::key(samplepki::KeyKind::Rsa2048, 2).withRandom("");
+    const std::string key = string(qgtk::withKeyRandom(qgtk::bytesOf(bare.privateKeyInfo()), {}));
+    const std::string attribute = der::sequence(
+        {der::oid("1.2.410.200004.10.1.1.3"), der::element(der::Set, der::bitString("random"))});
+    const Contents contents = import(pfx::file({pfx::plain({pfx::key(key, attribute)})}), "p", 16);
+    EXPECT_EQ(contents.code, 0);
+    EXPECT_THAT(contents.keys, ElementsAre(key));
+}
+
 TEST_P(PfxDamage, Pbmac1IsChecked)
 {
     const std::vector<std::string> contents = {pfx::plain({certificateBag, keyBag})};

@@ -53,6 +53,8 @@ SecretBytes withKeyRandom(ByteView plain, ByteView random)
 {
     const PlainKeyHandle key = decodePlainKey(plain);
     const ObjectHandle type = owned<ObjectHandle>(OBJ_txt2obj(oids::randomNumber, 1));
+    if (X509at_get_attr_by_OBJ(PKCS8_pkey_get0_attrs(key.get()), type.get(), -1) >= 0)
+        return {plain.begin(), plain.end()}; // OpenSSL takes no second one
     const AttributeHandle attribute = owned<AttributeHandle>(X509_ATTRIBUTE_new());
     const StringHandle bits = bitString(random);
     const bool added = X509_ATTRIBUTE_set1_object(attribute.get(), type.get()) &&

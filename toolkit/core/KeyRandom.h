@@ -13,8 +13,8 @@ SecretBytes keyRandom(ByteView plain);
 SecretBytes randomAmong(const STACK_OF(X509_ATTRIBUTE) * attributes);
 
 /**
- * Adds a random value to the attributes of a PrivateKeyInfo (DER), trailing zero bits kept. Throws
- * KeyNotPlain.
+ * Adds a random value to the attributes of a PrivateKeyInfo (DER), trailing zero bits kept. A key that has an
+ * attribute of this kind, of use or not, stays as it is. Throws KeyNotPlain.
  */
 SecretBytes withKeyRandom(ByteView plain, ByteView random);
 

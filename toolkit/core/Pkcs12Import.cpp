@@ -187,9 +187,8 @@ private:
     {
         require(isPlainKey(plain), Code::PfxDamaged);
         const SecretBytes random = randomAmong(bag->attributes);
-        const bool hasOwn = !randomAmong(PKCS8_pkey_get0_attrs(decodePlainKey(plain).get())).empty();
         SecretBytes kept =
-            hasOwn || random.empty() ? SecretBytes(plain.begin(), plain.end()) : withKeyRandom(plain, random);
+            random.empty() ? SecretBytes(plain.begin(), plain.end()) : withKeyRandom(plain, random);
         m_contents.keys.push_back({std::move(kept), localKeyIdOf(bag)});
     }
 
