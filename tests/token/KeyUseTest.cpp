@@ -121,7 +121,6 @@ TEST_P(KeyUse, EncryptsAndDecrypts)
 TEST_P(KeyUse, WhatCannotBeIsRefused)
 {
     EXPECT_EQ(generate(1024, QG_TOKEN_SIGNING, "A"), number(Code::AlgorithmCodeUnknown));
-    EXPECT_EQ(generate(QG_KEYPAIR_P256, QG_TOKEN_MANAGEMENT, "A"), number(Code::NotSupported));
     EXPECT_EQ(generate(QG_KEYPAIR_P256, 3, "A"), number(Code::BadArgument));
     EXPECT_EQ(generate(QG_KEYPAIR_P256, QG_TOKEN_SIGNING, ""), number(Code::BadArgument));
     ASSERT_EQ(generate(QG_KEYPAIR_P256, QG_TOKEN_SIGNING, "A"), 0);

@@ -47,6 +47,17 @@ protected:
         ASSERT_EQ(close(slots().front()), CKR_OK);
     }
 
+    /** Puts a certificate of the public key with an identifier on the token, and gives it. */
+    std::string certify(const std::string& id)
+    {
+        asUser("--read-object --type pubkey -o public.der --id " + hex(id));
+        openssl({"x509", "-new", "-subj", "/CN=made", "-force_pubkey", tokens + "/public.der", "-keyform",
+                 "DER", "-CA", kim().certificateFile, "-CAkey", kim().keyFile, "-outform", "DER", "-out",
+                 tokens + "/made.der"});
+        asUser("--write-object made.der --type cert --id " + hex(id));
+        return readFile(tokens + "/made.der");
+    }
+
     /** Deletes one object of a pair. */
     void drop(const std::string& kind, const std::string& id)
     {
@@ -334,6 +345,27 @@ TEST_P(ZrtkTokenMessage, AKeyDoesWhatItIsMadeFor)
     EXPECT_EQ(read("DecryptData", management,
                    envelope(sampleHolder().management.certificate, content, QG_CIPHER_SEED).bytes),
               content);
+}
+
+TEST_P(ZrtkTokenMessage, PairsMadeOnTheTokenDoTheirPart)
+{
+    std::string id = "A";
+    for (const int algorithm : {QG_KEYPAIR_RSA2048, QG_KEYPAIR_P256, QG_KEYPAIR_P521})
+        for (const int kind : {QG_TOKEN_SIGNING, QG_TOKEN_MANAGEMENT}) {
+            Passed<std::string> made(id);
+            ASSERT_EQ(token("GenKeyPair", algorithm, kind, made.get()), 0);
+            const std::string certificate = certify(id);
+            reopen();
+            const bool signs = kind == QG_TOKEN_SIGNING;
+            const std::string message = read("SignData", id, content);
+            const std::string opened =
+                read("DecryptData", id, envelope(certificate, content, QG_CIPHER_AES256).bytes);
+            EXPECT_EQ(signs ? verify(message).content : message,
+                      signs ? content : refused(Code::KeyUnsuitable))
+                << algorithm;
+            EXPECT_EQ(opened, signs ? refused(Code::KeyUnsuitable) : content) << algorithm;
+            ++id[0];
+        }
 }
 
 TEST_P(ZrtkTokenMessage, TheHostsContextOfOpensslStaysAsItIs)

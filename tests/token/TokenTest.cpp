@@ -16,7 +16,8 @@ std::string bytesOrCode(const Answer& answer)
 
 void TokenTest::SetUp()
 {
-    tokens = TestHome::scratch("tokens").string();
+    if (tokens.empty())
+        tokens = TestHome::scratch("tokens").string();
     writeFile(tokens + ".conf", "directories.tokendir = " + tokens + "\nobjectstore.backend = file\n");
     setenv("SOFTHSM2_CONF", (tokens + ".conf").c_str(), 1);
     MessageTest::SetUp();

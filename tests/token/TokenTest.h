@@ -70,7 +70,7 @@ protected:
     /** The same as the user of the token "first". */
     std::string asUser(const std::string& arguments);
 
-    std::string tokens; /**< the directory */
+    std::string tokens; /**< the directory; one of its own unless it is set before SetUp */
 };
 
 /** How TokenTest::read tells a failure. */

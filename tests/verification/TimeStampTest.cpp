@@ -325,10 +325,12 @@ TEST_P(TimeStamps, FieldsAreRead)
     EXPECT_EQ(server.bytes(), isZrtk() ? certificate : "");
     EXPECT_EQ(read(stampBytes, 5), 0);
     EXPECT_STREQ(at(4), std::string(contentHash).substr(0, 4).c_str());
+    EXPECT_EQ(library.callBare("BINSTR_Delete", &server), 0);
     EXPECT_EQ(read(stampBytes, 0), number(Code::BadArgument));
     BinString none(library, "no token");
     EXPECT_EQ(read(none, 256), number(Code::StampDamaged));
     EXPECT_STREQ(at(2), "1.2.") << "a failure changes nothing";
+    EXPECT_EQ(server.bytes(), "");
 }
 
 /** What the main toolkit alone has. */

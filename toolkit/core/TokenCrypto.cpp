@@ -154,7 +154,6 @@ void generatePair(const TokenSession& session, int algorithm, PairPurpose purpos
     const bool isCurve = curve != curves.end();
     const bool known = isCurve || std::ranges::find(rsaLengths, algorithm) != rsaLengths.end();
     require(known, Code::AlgorithmCodeUnknown);
-    require(!isCurve || purpose == PairPurpose::Signing, Code::NotSupported);
     session.requireLogin();
     requireFree(session, id);
     TokenAttributes open = newKey(CKO_PUBLIC_KEY, id);
@@ -163,9 +162,10 @@ void generatePair(const TokenSession& session, int algorithm, PairPurpose purpos
     secret.addFlag(CKA_EXTRACTABLE, false);
     const bool signs = purpose == PairPurpose::Signing;
     open.addFlag(CKA_VERIFY, signs);
-    open.addFlag(CKA_ENCRYPT, !signs);
+    open.addFlag(CKA_ENCRYPT, !signs && !isCurve);
     secret.addFlag(CKA_SIGN, signs);
-    secret.addFlag(CKA_DECRYPT, !signs);
+    secret.addFlag(CKA_DECRYPT, !signs && !isCurve);
+    secret.addFlag(CKA_DERIVE, !signs && isCurve);
 
     Bytes curveDer;
     const Bytes exponent{1, 0, 1};

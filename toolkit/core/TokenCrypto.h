@@ -9,8 +9,8 @@ namespace qgtk {
 
 /**
  * Makes a pair on the token: RSA of 2048, 3072 or 4096 bits, or on the curve of 256, 384 or 521. The private
- * key never leaves it. Throws TokenLoggedOut, AlgorithmCodeUnknown, TokenObjectExists, NotSupported (a curve
- * for management, or anything that the token lacks).
+ * key never leaves it. For management RSA keys decrypt and keys of curves agree. Throws TokenLoggedOut,
+ * AlgorithmCodeUnknown, TokenObjectExists, NotSupported (what the token lacks).
  */
 void generatePair(const TokenSession& session, int algorithm, PairPurpose purpose, ByteView id);
 

@@ -26,13 +26,13 @@ auto withPair(Context& context, ByteView id, Operation operation)
 
 } // namespace
 
-Bytes signOnToken(Context& context, ByteView id, const SigningForm& form, ByteView content)
+Bytes signMessageOnToken(Context& context, ByteView id, const SigningForm& form, ByteView content)
 {
     return withPair(context, id,
                     [&](const RequestSigner& pair) { return signMessage(context, pair, form, content); });
 }
 
-SecretBytes openOnToken(Context& context, ByteView id, ByteView message)
+SecretBytes openEnvelopeOnToken(Context& context, ByteView id, ByteView message)
 {
     return withPair(context, id,
                     [&](const RequestSigner& pair) { return openEnvelope(context, message, pair); });
@@ -46,7 +46,7 @@ Bytes signAndEnvelopeOnToken(Context& context, ByteView id, const SigningForm& f
     });
 }
 
-SecretBytes openSignedOnToken(Context& context, ByteView id, ByteView message, int options)
+SecretBytes openSignedEnvelopeOnToken(Context& context, ByteView id, ByteView message, int options)
 {
     return withPair(context, id, [&](const RequestSigner& pair) {
         return openSignedEnvelope(context, message, options, pair);

@@ -12,16 +12,16 @@ namespace qgtk {
  */
 
 /** As signMessage. */
-Bytes signOnToken(Context& context, ByteView id, const SigningForm& form, ByteView content);
+Bytes signMessageOnToken(Context& context, ByteView id, const SigningForm& form, ByteView content);
 
 /** As openEnvelope. */
-SecretBytes openOnToken(Context& context, ByteView id, ByteView message);
+SecretBytes openEnvelopeOnToken(Context& context, ByteView id, ByteView message);
 
 /** As signAndEnvelope. */
 Bytes signAndEnvelopeOnToken(Context& context, ByteView id, const SigningForm& form, ByteView recipients,
                              int cipher, ByteView content);
 
 /** As openSignedEnvelope. */
-SecretBytes openSignedOnToken(Context& context, ByteView id, ByteView message, int options);
+SecretBytes openSignedEnvelopeOnToken(Context& context, ByteView id, ByteView message, int options);
 
 } // namespace qgtk

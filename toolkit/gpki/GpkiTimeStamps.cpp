@@ -22,15 +22,7 @@ QGTK_OPERATION(TSP_GetTokenInfo)
  char* hashValue, char* serialNumber, char* time, char* nonce)
 {
     return callOn(handle, [&](Context& context) {
-        const TokenFields fields = fieldsOfToken(context, viewOf(token));
-        storeFields({{fields.commonName, commonName},
-                     {fields.name, name},
-                     {fields.policy, policy},
-                     {fields.hashName, hashName},
-                     {fields.hashValue, hashValue},
-                     {fields.serialNumber, serialNumber},
-                     {fields.time, time},
-                     {fields.nonce, nonce}},
-                    size);
+        storeTokenFields(fieldsOfToken(context, viewOf(token)), size,
+                         {commonName, name, policy, hashName, hashValue, serialNumber, time, nonce}, nullptr);
     });
 }

@@ -6,27 +6,50 @@
 
 namespace qgtk {
 
-/** Makes a caller's request. Throws NotSupported for a signed one: RFC 3161 has none. */
+/**
+ * Makes a caller's request. Throws NotSupported for a signed one: a TimeStampReq has no place for a
+ * signature, and a server that takes requests of its own kind alone would not read one in an envelope.
+ */
 inline Bytes stampRequest(Context& context, const DataInput& data, int hashAlg, const char* policy, bool sign)
 {
     require(!sign, Code::NotSupported);
     return makeStampRequest(context, data, digestFor(context, hashAlg), textArgument(policy));
 }
 
-/** A text for a caller who wants it. */
-struct FieldOutput
+/** Buffers for what a token says; null for what a caller does not want. */
+struct TokenTexts
 {
-    const std::string& text;
-    char* buffer;
+    char* commonName;
+    char* name;
+    char* policy;
+    char* hashName;
+    char* hashValue;
+    char* serialNumber;
+    char* time;
+    char* nonce;
 };
 
-/** Writes texts, each cut to the size, into the buffers that are not null. Throws BadArgument for no size. */
-inline void storeFields(std::initializer_list<FieldOutput> fields, int size)
+/** Gives the certificate of a token's server and the texts, each cut to the size. Throws BadArgument for no
+ * size. */
+inline void storeTokenFields(const TokenFields& fields, int size, const TokenTexts& texts, BINSTR* signer)
 {
     require(size > 0, Code::BadArgument);
-    for (const FieldOutput& field : fields)
-        if (field.buffer)
-            copyCut(field.text, size, field.buffer);
+    // The one step that can fail comes first.
+    if (signer)
+        assign(signer, fields.signer);
+    const std::pair<const std::string&, char*> outputs[] = {
+        {fields.commonName, texts.commonName},
+        {fields.name, texts.name},
+        {fields.policy, texts.policy},
+        {fields.hashName, texts.hashName},
+        {fields.hashValue, texts.hashValue},
+        {fields.serialNumber, texts.serialNumber},
+        {fields.time, texts.time},
+        {fields.nonce, texts.nonce},
+    };
+    for (const auto& [text, buffer] : outputs)
+        if (buffer)
+            copyCut(text, size, buffer);
 }
 
 } // namespace qgtk

@@ -71,7 +71,7 @@ inline void signDataOnToken(Context& context, int options, const BINSTR* id, con
 {
     requireOutput(message);
     const SigningForm form = signingForm(context, options, nullptr);
-    assign(message, signOnToken(context, viewOf(id), form, messageBytes(data)));
+    assign(message, signMessageOnToken(context, viewOf(id), form, messageBytes(data)));
 }
 
 } // namespace qgtk

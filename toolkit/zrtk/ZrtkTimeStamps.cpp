@@ -48,16 +48,7 @@ QGTK_OPERATION(TSP_GetTokenInfo)
  char* time, char* nonce, BINSTR* signer)
 {
     return callOn(handle, [&](Context& context) {
-        const TokenFields fields = fieldsOfToken(context, viewOf(token));
-        require(size > 0, Code::BadArgument);
-        if (signer)
-            assign(signer, fields.signer);
-        storeFields({{fields.policy, policy},
-                     {fields.hashName, hashName},
-                     {fields.hashValue, hashValue},
-                     {fields.serialNumber, serialNumber},
-                     {fields.time, time},
-                     {fields.nonce, nonce}},
-                    size);
+        storeTokenFields(fieldsOfToken(context, viewOf(token)), size,
+                         {nullptr, nullptr, policy, hashName, hashValue, serialNumber, time, nonce}, signer);
     });
 }

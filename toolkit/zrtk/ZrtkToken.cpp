@@ -169,7 +169,7 @@ QGTK_OPERATION(DecryptData)(void* handle, BINSTR* id, BINSTR* message, BINSTR* d
 {
     return callOn(handle, [&](Context& context) {
         requireOutput(data);
-        assign(data, openOnToken(context, viewOf(id), messageBytes(message)));
+        assign(data, openEnvelopeOnToken(context, viewOf(id), messageBytes(message)));
     });
 }
 
@@ -191,8 +191,8 @@ QGTK_OPERATION(VerifyAndDecData)
     return callOn(handle, [&](Context& context) {
         requireOutput(data);
         storeSignedContent(context,
-                           openSignedOnToken(context, viewOf(id), messageBytes(message),
-                                             checkedOptions(context.messages.options)),
+                           openSignedEnvelopeOnToken(context, viewOf(id), messageBytes(message),
+                                                     checkedOptions(context.messages.options)),
                            data, signerCertificate);
     });
 }
