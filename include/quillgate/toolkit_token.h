@@ -357,7 +357,8 @@ QUILLGATE_API int PKCS11VerifySignatureValue(void* pContext, char* pszLibPaths, 
                                              BINSTR* pBinSignatureValue);
 
 /**
- * CMPCertRequest with the keys on the token. ZR side only.
+ * CMPCertRequest with the keys on the token. ZR side only. The open toolkit makes the signing pair alone when
+ * pBinKmKeyID is null.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server
@@ -375,7 +376,8 @@ QUILLGATE_API int PKCS11CMPCertRequest(void* pContext, char* pszIP, int nPort, c
                                        BINSTR* pBinSignKeyID, BINSTR* pBinKmKeyID);
 
 /**
- * CMPCertUpdate with the keys on the token. ZR side only.
+ * CMPCertUpdate with the keys on the token. ZR side only. New pairs stand beside the old ones; with the same
+ * keys, new certificates replace the old ones.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server
@@ -391,21 +393,21 @@ QUILLGATE_API int PKCS11CMPCertUpdate(void* pContext, char* pszIP, int nPort, bo
                                       char* pszCACert, BINSTR* pBinSignKeyID, BINSTR* pBinKmKeyID);
 
 /**
- * The same from pairs that lie outside the token. ZR side only.
+ * The same from pairs that lie outside the token, onto it. ZR side only.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server
  * @param nPort TCP port of the server
  * @param bKeyUpdate whether to make new keys
- * @param nOption option of the library
+ * @param nOption option of the library; the open toolkit's is 0
  * @param pszIDN identification number of the person or firm
  * @param pszCACert path of the CA's certificate
  * @param pBinSignCert signing certificate, DER
  * @param pBinSignPriKey signing key, plain PKCS#8 DER
  * @param pBinKmCert key-management certificate, DER
  * @param pBinKmPriKey key-management key, plain PKCS#8 DER
- * @param pBinSignKeyID identifier of the signing pair on the token
- * @param pBinKmKeyID identifier of the key-management pair on the token
+ * @param pBinSignKeyID identifier that the signing pair is to have on the token
+ * @param pBinKmKeyID identifier that the key-management pair is to have on the token
  * @return 0, a code that all share, or 10004 without pszIP, pszIDN, pszCACert, pBinSignCert or
  *         pBinSignPriKey; on the ZR side 10004 without pBinKmCert, pBinKmPriKey, pBinSignKeyID or
  *         pBinKmKeyID

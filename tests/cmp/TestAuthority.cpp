@@ -143,7 +143,8 @@ Bytes TestAuthority::issue(const Asked& asked) const
     X509_set_issuer_name(certificate.get(), X509_get_subject_name(ca.get()));
     X509_set_subject_name(certificate.get(), name.get());
     X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -3600);
-    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 86400);
+    // Renewed certificates have the serial number of the old: the server takes no others.
+    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 86400 + next);
     X509_set_pubkey(certificate.get(), key.get());
     const auto* position = reinterpret_cast<const unsigned char*>(asked.extensions.data());
     X509_EXTENSIONS* extensions =

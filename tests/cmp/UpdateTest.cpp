@@ -100,6 +100,16 @@ TEST_P(CmpUpdates, KeepTheNamesOfTheHolder)
     EXPECT_THAT(get("CERT_GetSubjectAltName"), HasSubstr(eucKr("realName: 홍길동")));
 }
 
+TEST_P(CmpUpdates, APairGivenAsBothIsRenewedOnce)
+{
+    Held held(library, signing, signing);
+    ASSERT_EQ(update(held, true), 0) << errorText();
+    EXPECT_THAT(authority.bodies(), ElementsAre(KeyUpdate, CertificateConfirm));
+    EXPECT_NE(held.signKey.bytes(), signing.key);
+    EXPECT_EQ(held.manageKey.bytes(), held.signKey.bytes());
+    EXPECT_EQ(held.manageCertificate.bytes(), held.signCertificate.bytes());
+}
+
 TEST_P(CmpUpdates, TakeAndGiveLists)
 {
     const std::string signs("\x04\x01\x01");

@@ -1,11 +1,15 @@
 #include "toolkit/core/CmpExchange.h"
 
+#include <algorithm>
 #include <exception>
 #include <openssl/cmp.h>
 #include <openssl/cmperr.h>
 #include <openssl/err.h>
 
 #include "toolkit/core/AlgorithmCodes.h"
+#include "toolkit/core/CertificatePath.h"
+#include "toolkit/core/ErrorQueueKeeper.h"
+#include "toolkit/core/OwnContext.h"
 #include "toolkit/core/TcpMessage.h"
 
 namespace qgtk {
@@ -94,6 +98,7 @@ std::string statusText(const OSSL_CMP_CTX* handle, Charset& charset)
 std::vector<Bytes> derOfAll(const X509Stack& certificates)
 {
     std::vector<Bytes> all;
+    all.reserve(static_cast<std::size_t>(std::max(0, sk_X509_num(certificates.get()))));
     for (int i = 0; i < sk_X509_num(certificates.get()); ++i)
         all.push_back(derOf(sk_X509_value(certificates.get(), i)));
     return all;
@@ -215,9 +220,11 @@ struct CmpExchange::Run
 
 CmpExchange::CmpExchange(Context& context, const CmpServer& server, const CmpSecret& secret, CmpSigner signer)
     : m_context(context), m_server(server), m_secret(secret), m_signer(std::move(signer)),
-      m_settings(context.configuration().cmpAuthority(context.cmp.authority)), m_own(context.crypto()),
-      m_servers(context)
-{}
+      m_settings(context.configuration().cmpAuthority(context.cmp.authority)), m_servers(context)
+{
+    const bool isKnown = m_signer.certificate || (!m_secret.reference.empty() && !m_secret.code.empty());
+    require(isKnown, Code::BadArgument);
+}
 
 Bytes CmpExchange::send(ByteView message)
 {
@@ -265,6 +272,8 @@ void CmpExchange::prepare(OSSL_CMP_CTX* handle) const
 
 void CmpExchange::perform(Run& run, const RunFunction& session)
 {
+    const ErrorQueueKeeper hostErrors;
+    const OwnContext own(m_context.crypto());
     const auto handle = owned<CmpHandle>(OSSL_CMP_CTX_new(m_context.crypto().context(), nullptr));
     requireSet(OSSL_CMP_CTX_set_log_cb(handle.get(), keepSilent));
     prepare(handle.get());
@@ -307,6 +316,15 @@ void CmpExchange::revoke(X509* certificate, int reason)
         OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_REVOCATION_REASON, reason);
         return OSSL_CMP_exec_RR_ses(handle) == 1;
     });
+}
+
+void CmpExchange::revokeAll(const std::vector<X509*>& certificates, int reason)
+{
+    IssuerSearch search(m_context, m_servers);
+    setAuthority(findIssuer(m_context, search, certificates.back()));
+    for (X509* certificate : certificates)
+        if (certificate == certificates.back() || X509_cmp(certificate, certificates.back()) != 0)
+            revoke(certificate, reason);
 }
 
 } // namespace qgtk

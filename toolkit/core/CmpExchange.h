@@ -4,9 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "toolkit/core/ErrorQueueKeeper.h"
 #include "toolkit/core/KeyObjects.h"
-#include "toolkit/core/OwnContext.h"
 #include "toolkit/core/ServerAccess.h"
 
 typedef struct ossl_cmp_ctx_st OSSL_CMP_CTX;
@@ -66,14 +64,12 @@ struct CmpIssued
 class CmpExchange
 {
 public:
-    /** Exactly one of secret and signer is used: the signer when it has a certificate. Throws NotSupported
-     * when the configuration lacks the context's authority. */
+    /** Exactly one of secret and signer is used: the signer when it has a certificate. Throws BadArgument for
+     * a secret that is empty, NotSupported when the configuration lacks the context's authority. */
     CmpExchange(Context& context, const CmpServer& server, const CmpSecret& secret, CmpSigner signer);
 
     /** The authority's certificate: who is asked, and where paths of what it signs and issues end. */
     void setAuthority(X509Handle certificate) { m_authority = std::move(certificate); }
-
-    ServerAccess& servers() { return m_servers; }
 
     /**
      * Requests a certificate, checks that it is of the key and of the authority and is accepted, and confirms
@@ -84,6 +80,12 @@ public:
 
     /** Asks for the revocation of a certificate. Throws as above. */
     void revoke(X509* certificate, int reason);
+
+    /**
+     * Asks for the revocation of certificates, each once, of the authority that has issued the last, which is
+     * looked for as for a path. Throws IssuerMissing too.
+     */
+    void revokeAll(const std::vector<X509*>& certificates, int reason);
 
 private:
     struct Run;
@@ -98,8 +100,6 @@ private:
     CmpSigner m_signer;
     X509Handle m_authority;
     CmpAuthority m_settings;
-    OwnContext m_own;
-    ErrorQueueKeeper m_hostErrors;
     ServerAccess m_servers;
 };
 

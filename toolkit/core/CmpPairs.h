@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/core/CmpRequest.h"
+#include "toolkit/core/CmpIssuing.h"
 
 namespace qgtk {
 
@@ -12,6 +12,24 @@ struct CmpPair
     SecretBytes key;   /**< PrivateKeyInfo, DER */
 };
 
+/** The same as the exchanges take it. */
+struct OpenPair
+{
+    PairPurpose purpose;
+    X509Handle certificate;
+    KeyHandle key;
+    ByteView plainKey; /**< of the pair that it was opened from */
+};
+
+/**
+ * Opens pairs, which must live on; who signs messages, the signing pair, else the first, comes last. Throws
+ * BadArgument without any, CertDamaged, KeyNotPlain, KeyMismatch.
+ */
+std::vector<OpenPair> openPairs(const Crypto& crypto, const std::vector<CmpPair>& pairs);
+
+/** Who signs messages. */
+CmpSigner signerOf(const std::vector<OpenPair>& pairs);
+
 /** What an authority has issued. */
 struct CmpResult
 {
@@ -19,13 +37,9 @@ struct CmpResult
     Bytes authorities;          /**< list of authorities' certificates, at least the one given */
 };
 
-/** Whom a certificate is asked of, and for. */
-struct CmpApplication
-{
-    CmpServer server;
-    std::string_view idNumber; /**< of the holder; empty: no identity value is asked for */
-    std::string authorityFile; /**< the authority's certificate, DER */
-};
+/** Requests the certificate of a plain key, in the place of an old one or null. Throws as CmpIssuing. */
+CmpPair issueFor(const Crypto& crypto, CmpIssuing& issuing, PairPurpose purpose, std::string_view idNumber,
+                 SecretBytes key, X509* old);
 
 /**
  * Makes pairs and requests a certificate for each. New keys are of the kind that the configuration says and

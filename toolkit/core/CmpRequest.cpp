@@ -53,8 +53,7 @@ std::string oldRealName(X509* old)
         return {};
     unsigned char* utf8 = nullptr;
     const int length = ASN1_STRING_to_UTF8(&utf8, identity->realName.get());
-    const std::string name(reinterpret_cast<const char*>(utf8),
-                           length > 0 ? static_cast<std::size_t>(length) : 0);
+    std::string name(reinterpret_cast<const char*>(utf8), length > 0 ? static_cast<std::size_t>(length) : 0);
     OPENSSL_free(utf8);
     return name;
 }

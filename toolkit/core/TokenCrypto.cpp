@@ -148,7 +148,8 @@ TokenAttributes newKey(CK_OBJECT_CLASS kind, ByteView id)
 
 } // namespace
 
-void generatePair(const TokenSession& session, int algorithm, PairPurpose purpose, ByteView id)
+void generatePair(const TokenSession& session, int algorithm, PairPurpose purpose, ByteView id,
+                  bool signsAnyway)
 {
     const auto curve = std::ranges::find(curves, algorithm, &CurveCode::algorithm);
     const bool isCurve = curve != curves.end();
@@ -161,9 +162,9 @@ void generatePair(const TokenSession& session, int algorithm, PairPurpose purpos
     secret.addFlag(CKA_SENSITIVE, true);
     secret.addFlag(CKA_EXTRACTABLE, false);
     const bool signs = purpose == PairPurpose::Signing;
-    open.addFlag(CKA_VERIFY, signs);
+    open.addFlag(CKA_VERIFY, signs || signsAnyway);
     open.addFlag(CKA_ENCRYPT, !signs && !isCurve);
-    secret.addFlag(CKA_SIGN, signs);
+    secret.addFlag(CKA_SIGN, signs || signsAnyway);
     secret.addFlag(CKA_DECRYPT, !signs && !isCurve);
     secret.addFlag(CKA_DERIVE, !signs && isCurve);
 

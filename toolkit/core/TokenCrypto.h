@@ -9,10 +9,12 @@ namespace qgtk {
 
 /**
  * Makes a pair on the token: RSA of 2048, 3072 or 4096 bits, or on the curve of 256, 384 or 521. The private
- * key never leaves it. For management RSA keys decrypt and keys of curves agree. Throws TokenLoggedOut,
+ * key never leaves it. For management RSA keys decrypt and keys of curves agree; they sign only when it is
+ * asked for, as they must to prove to an authority that they are there. Throws TokenLoggedOut,
  * AlgorithmCodeUnknown, TokenObjectExists, NotSupported (what the token lacks).
  */
-void generatePair(const TokenSession& session, int algorithm, PairPurpose purpose, ByteView id);
+void generatePair(const TokenSession& session, int algorithm, PairPurpose purpose, ByteView id,
+                  bool signsAnyway = false);
 
 /**
  * Signs with the token's private key; ECDSA in DER. Throws TokenLoggedOut, TokenObjectMissing, KeyUnsuitable,

@@ -94,7 +94,7 @@ void createKeys(NewObjects& objects, const TokenKey& key, PairUse use, ByteView 
     objects.create(open);
 }
 
-void createRandom(NewObjects& objects, const SecretBytes& random, ByteView id)
+void createRandom(NewObjects& objects, ByteView random, ByteView id)
 {
     const std::string label = randomLabel(id);
     const ObjectHandle kind = owned<ObjectHandle>(OBJ_txt2obj(oids::randomNumber, 1));
@@ -167,24 +167,35 @@ SecretBytes readCertificate(const TokenSession& session, ByteView id)
     return der;
 }
 
+bool holdsPair(const TokenSession& session, ByteView id)
+{
+    return !objectsOf(session, id).empty();
+}
+
 SecretBytes readRandom(const TokenSession& session, ByteView id)
 {
     session.requireLogin();
     const std::vector<CK_OBJECT_HANDLE> found = findRandom(session, id);
     if (!found.empty())
         return readAttribute(session, found.front(), CKA_VALUE);
-    throw Failure(objectsOf(session, id).empty() ? Code::TokenObjectMissing : Code::NoKeyRandom);
+    throw Failure(holdsPair(session, id) ? Code::NoKeyRandom : Code::TokenObjectMissing);
 }
 
 void writePair(const Crypto& crypto, const TokenSession& session, ByteView certificate, ByteView plainKey)
 {
     const Certificate decoded(certificate.first(certificateLength(certificate)));
+    writePair(crypto, session, certificate, plainKey, crypto.hash("SHA1", decoded.publicKey().bits));
+}
+
+void writePair(const Crypto& crypto, const TokenSession& session, ByteView certificate, ByteView plainKey,
+               ByteView id)
+{
+    const Certificate decoded(certificate.first(certificateLength(certificate)));
     checkKeyPair(crypto, decoded, plainKey);
     const TokenKey key(privateKeyFrom(crypto, plainKey));
     const SecretBytes random = randomOf(plainKey);
-    const Bytes id = crypto.hash("SHA1", decoded.publicKey().bits);
     session.requireLogin();
-    require(objectsOf(session, id).empty(), Code::TokenObjectExists);
+    require(!holdsPair(session, id), Code::TokenObjectExists);
 
     NewObjects objects(session);
     createKeys(objects, key, useOf(decoded), id);
@@ -192,6 +203,26 @@ void writePair(const Crypto& crypto, const TokenSession& session, ByteView certi
         createRandom(objects, random, id);
     createCertificate(objects, decoded, id);
     objects.keep();
+}
+
+void writeCertificates(const TokenSession& session, const std::vector<TokenCertificateData>& certificates)
+{
+    session.requireLogin();
+    std::vector<CK_OBJECT_HANDLE> replaced;
+    NewObjects objects(session);
+    for (const TokenCertificateData& data : certificates) {
+        const std::vector<CK_OBJECT_HANDLE> old = findObjects(session, certificatesOf(data.id));
+        replaced.insert(replaced.end(), old.begin(), old.end());
+        createCertificate(objects, Certificate(data.certificate), data.id);
+        if (data.random.empty())
+            continue;
+        const std::vector<CK_OBJECT_HANDLE> randoms = findRandom(session, data.id);
+        replaced.insert(replaced.end(), randoms.begin(), randoms.end());
+        createRandom(objects, data.random, data.id);
+    }
+    objects.keep();
+    for (const CK_OBJECT_HANDLE object : replaced)
+        session.functions().C_DestroyObject(session.handle(), object); // what is new is there all the same
 }
 
 void deletePair(const TokenSession& session, ByteView id)

@@ -27,6 +27,9 @@ std::vector<TokenCertificate> listCertificates(const TokenSession& session);
 /** The certificate with an identifier, DER. Throws TokenObjectMissing, CertDamaged. */
 SecretBytes readCertificate(const TokenSession& session, ByteView id);
 
+/** Whether anything on the token has an identifier. */
+bool holdsPair(const TokenSession& session, ByteView id);
+
 /** The random value that was written with a key. Throws TokenLoggedOut, TokenObjectMissing, NoKeyRandom. */
 SecretBytes readRandom(const TokenSession& session, ByteView id);
 
@@ -37,6 +40,24 @@ SecretBytes readRandom(const TokenSession& session, ByteView id);
  * TokenReadOnly, TokenFull.
  */
 void writePair(const Crypto& crypto, const TokenSession& session, ByteView certificate, ByteView plainKey);
+
+/** The same under an identifier of the caller's. */
+void writePair(const Crypto& crypto, const TokenSession& session, ByteView certificate, ByteView plainKey,
+               ByteView id);
+
+/** A certificate for a pair that is on the token. */
+struct TokenCertificateData
+{
+    ByteView id;
+    ByteView certificate; /**< DER */
+    ByteView random;      /**< random value of the key; empty: none */
+};
+
+/**
+ * Writes certificates and random values, all or nothing; those that the pairs had go then. Throws
+ * TokenLoggedOut, CertDamaged, TokenReadOnly, TokenFull.
+ */
+void writeCertificates(const TokenSession& session, const std::vector<TokenCertificateData>& certificates);
 
 /** Deletes all that has an identifier. Throws TokenLoggedOut, TokenObjectMissing. */
 void deletePair(const TokenSession& session, ByteView id);

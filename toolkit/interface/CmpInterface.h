@@ -2,7 +2,7 @@
 
 #include "quillgate/toolkit_protocol.h"
 #include "quillgate/toolkit_token.h"
-#include "toolkit/core/CmpPairs.h"
+#include "toolkit/core/CmpTokenPairs.h"
 #include "toolkit/core/ObjectList.h"
 #include "toolkit/interface/Interface.h"
 
@@ -56,25 +56,31 @@ struct PairRecords
         return {PairPurpose::Signing, PairPurpose::Management};
     }
 
-    /** The pairs that the records hold. Throws BadArgument. */
+    /** The pairs that the records hold; one that stands there as both kinds once. Throws BadArgument. */
     std::vector<CmpPair> given() const
     {
         std::vector<CmpPair> pairs;
         pairs.push_back(pairOf(PairPurpose::Signing, viewOf(signCertificate), viewOf(signKey)));
         require(holdsBytes(manageCertificate) == holdsBytes(manageKey), Code::BadArgument);
-        if (holdsBytes(manageCertificate))
-            pairs.push_back(pairOf(PairPurpose::Management, viewOf(manageCertificate), viewOf(manageKey)));
+        if (!holdsBytes(manageCertificate))
+            return pairs;
+        CmpPair managing = pairOf(PairPurpose::Management, viewOf(manageCertificate), viewOf(manageKey));
+        const bool isSame =
+            managing.certificate == pairs.front().certificate && managing.key == pairs.front().key;
+        if (!isSame)
+            pairs.push_back(std::move(managing));
         return pairs;
     }
 
-    /** Fills the records, all or none. */
+    /** Fills the records of the pairs, all or none. */
     void store(const CmpResult& result, BINSTR* authorities) const
     {
+        const CmpPair& managing = result.pairs.back();
         std::vector<Output> outputs{{signCertificate, result.pairs[0].certificate},
                                     {signKey, result.pairs[0].key}};
-        if (result.pairs.size() > 1) {
-            outputs.push_back({manageCertificate, result.pairs[1].certificate});
-            outputs.push_back({manageKey, result.pairs[1].key});
+        if (result.pairs.size() > 1 || holdsBytes(manageCertificate)) {
+            outputs.push_back({manageCertificate, managing.certificate});
+            outputs.push_back({manageKey, managing.key});
         }
         assignAll(withAuthorities(std::move(outputs), authorities, result.authorities));
     }

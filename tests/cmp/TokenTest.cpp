@@ -1,0 +1,226 @@
+/* Certificates for pairs on SoftHSM's tokens, from the server of "openssl cmp". */
+
+#include <cstdlib>
+
+#include "CmpTest.h"
+#include "samplepki/Extensions.h"
+
+using qgtk::Code;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class CmpTokens : public CmpTest
+{
+protected:
+    static constexpr const char* pin = "123456";
+
+    void SetUp() override
+    {
+        tokens = TestHome::scratch("tokens").string();
+        writeFile(tokens + ".conf", "directories.tokendir = " + tokens + "\nobjectstore.backend = file\n");
+        setenv("SOFTHSM2_CONF", (tokens + ".conf").c_str(), 1);
+        CmpTest::SetUp();
+        restartWith("CONNECT_TIMEOUT=2\nTOTAL_TIMEOUT=10\nLANGUAGE=ENG\nCMP_KEY=256");
+        ASSERT_EQ(call("MEDIA_Load", text(QGTK_SOFTHSM_FILE)), 0);
+        const CommandResult made =
+            runCommand({"env", "SOFTHSM2_CONF=" + tokens + ".conf", "softhsm2-util", "--init-token", "--free",
+                        "--label", "T", "--so-pin", "87654321", "--pin", pin});
+        ASSERT_EQ(made.status, 0) << made.output;
+        ASSERT_EQ(call("PKCS11_OpenSessionWithTokenName", text(pin), 0), 0) << errorText();
+        BinString list(library, authority.pki.ca.certificate());
+        ASSERT_EQ(call("CERT_SetCaPubs", &list), 0);
+    }
+
+    /** What another program sees on the token. */
+    std::string objects()
+    {
+        return runCommand({"env", "SOFTHSM2_CONF=" + tokens + ".conf", "pkcs11-tool", "--module",
+                           QGTK_SOFTHSM_FILE, "--login", "--pin", pin, "--list-objects"})
+            .output;
+    }
+
+    static std::size_t countOf(const std::string& word, const std::string& in)
+    {
+        std::size_t count = 0;
+        for (std::size_t at = in.find(word); at != std::string::npos; at = in.find(word, at + 1))
+            ++count;
+        return count;
+    }
+
+    int request(BinString& signing, BinString& management)
+    {
+        return call("PKCS11_CMP_CertRequest", text("127.0.0.1"), authority.port(), text(reference),
+                    text(secretCode), text(idNumber), text(authority.authorityFile), &signing, &management);
+    }
+
+    int update(bool newKeys, BinString& signing, BinString& management)
+    {
+        return call("PKCS11_CMP_CertUpdate", text("127.0.0.1"), authority.port(), newKeys, text(idNumber),
+                    text(authority.authorityFile), &signing, &management);
+    }
+
+    std::string certificateOf(BinString& id)
+    {
+        BinString certificate(library);
+        EXPECT_EQ(call("PKCS11_ReadCert", &id, &certificate), 0);
+        return certificate.bytes();
+    }
+
+    /** That the pair with an identifier is one, and of the holder. */
+    void expectPair(BinString& id)
+    {
+        const std::string data = "data";
+        BinString message(library, data);
+        BinString signature(library);
+        ASSERT_EQ(call("PKCS11_Sign", &id, &message, &signature), 0) << errorText();
+        BinString certificate(library, certificateOf(id));
+        EXPECT_EQ(call("CRYPT_Verify", &certificate, 0, &message, &signature), 0);
+        BinString random(library);
+        EXPECT_EQ(call("PKCS11_ReadRandomForVID", &id, &random), 0);
+        EXPECT_EQ(call("VID_Verify", &certificate, &random, text(idNumber)), 0);
+    }
+
+    std::string tokens;
+};
+INSTANTIATE_TEST_SUITE_P(Zrtk, CmpTokens, testing::Values(zrtkSide),
+                         [](const auto& side) { return side.param.name; });
+
+TEST_P(CmpTokens, PairsAreMadeThereAndCertified)
+{
+    BinString signing(library, "before"), management(library, "before");
+    ASSERT_EQ(request(signing, management), 0) << errorText();
+    expectPair(signing);
+    expectPair(management);
+    EXPECT_THAT(textOf(certificateOf(signing)), HasSubstr("Digital Signature, Non Repudiation\n"));
+    EXPECT_THAT(textOf(certificateOf(management)), HasSubstr("Key Agreement\n"));
+    const std::string seen = objects();
+    EXPECT_EQ(countOf("Certificate Object", seen), 2U) << seen;
+    EXPECT_EQ(countOf("Private Key Object", seen), 2U) << seen;
+    EXPECT_THAT(seen, HasSubstr("never extractable"));
+    EXPECT_THAT(seen, HasSubstr(hex(signing.bytes())));
+}
+
+TEST_P(CmpTokens, OneWithoutARecordForTheOther)
+{
+    BinString signing(library);
+    BINSTR* none = nullptr;
+    ASSERT_EQ(call("PKCS11_CMP_CertRequest", text("127.0.0.1"), authority.port(), text(reference),
+                   text(secretCode), text(""), text(authority.authorityFile), &signing, none),
+              0)
+        << errorText();
+    EXPECT_EQ(countOf("Private Key Object", objects()), 1U);
+}
+
+TEST_P(CmpTokens, NothingStaysThereAfterAFailure)
+{
+    authority.options = [](std::size_t transaction) {
+        return transaction == 1 ? std::vector<std::string>{"-pkistatus", "2"} : std::vector<std::string>{};
+    };
+    BinString signing(library, "before"), management(library, "before");
+    EXPECT_EQ(request(signing, management), number(Code::CmpRefused));
+    EXPECT_THAT(authority.bodies(),
+                ElementsAre(InitialRequest, CertificateConfirm, InitialRequest, Revocation));
+    EXPECT_EQ(signing.bytes() + management.bytes(), "beforebefore");
+    EXPECT_THAT(objects(), Not(HasSubstr("Object")));
+}
+
+TEST_P(CmpTokens, PairsAreRenewedWithNewKeysOrTheSame)
+{
+    BinString signing(library), management(library);
+    ASSERT_EQ(request(signing, management), 0) << errorText();
+    const std::string firstIds = signing.bytes() + management.bytes();
+    const std::string first = certificateOf(signing);
+    authority.secret.clear();
+    ASSERT_EQ(update(false, signing, management), 0) << errorText();
+    EXPECT_EQ(signing.bytes() + management.bytes(), firstIds);
+    EXPECT_NE(certificateOf(signing), first);
+    expectPair(signing);
+    expectPair(management);
+    EXPECT_EQ(countOf("Certificate Object", objects()), 2U);
+    ASSERT_EQ(update(true, signing, management), 0) << errorText();
+    EXPECT_NE(signing.bytes() + management.bytes(), firstIds);
+    expectPair(signing);
+    expectPair(management);
+    EXPECT_EQ(countOf("Certificate Object", objects()), 4U) << "old keys may still have to decrypt";
+
+    authority.options = [](std::size_t) {
+        return std::vector<std::string>{"-pkistatus", "2"};
+    };
+    const std::string before = objects();
+    const std::string ids = signing.bytes() + management.bytes();
+    EXPECT_EQ(update(false, signing, management), number(Code::CmpRefused));
+    EXPECT_EQ(signing.bytes() + management.bytes(), ids);
+    EXPECT_EQ(objects(), before);
+}
+
+TEST_P(CmpTokens, PairsFromElsewhereMoveThere)
+{
+    authority.secret.clear();
+    const Issued signs = issued(2, samplepki::SigningUse, "77");
+    const Issued manages = issued(5, samplepki::EnvelopeUse, "78");
+    const auto move = [&](bool newKeys, const std::string& signId, const std::string& manageId,
+                          int option = 0) {
+        BinString signCertificate(library, signs.certificate), signKey(library, signs.key);
+        BinString manageCertificate(library, manages.certificate), manageKey(library, manages.key);
+        BinString signing(library, signId), management(library, manageId);
+        return call("PKCS11_CMP_CertUpdate2", text("127.0.0.1"), authority.port(), newKeys, option,
+                    text(idNumber), text(authority.authorityFile), &signCertificate, &signKey,
+                    &manageCertificate, &manageKey, &signing, &management);
+    };
+    ASSERT_EQ(move(true, "sign 1", "manage 1"), 0) << errorText();
+    ASSERT_EQ(move(false, "sign 2", "manage 2"), 0) << errorText();
+    for (const std::string id : {"sign 1", "sign 2", "manage 1"}) {
+        BinString record(library, id);
+        expectPair(record);
+    }
+    BinString same(library, "manage 2");
+    BinString certificate(library, certificateOf(same));
+    BinString key(library, manages.key);
+    EXPECT_EQ(call("PRIKEY_CheckKeyPair", &certificate, &key), 0);
+    const std::string before = objects();
+    EXPECT_EQ(move(true, "sign 3", "manage 1"), number(Code::TokenObjectExists));
+    EXPECT_EQ(move(false, "sign 2", "manage 3"), number(Code::TokenObjectExists));
+    EXPECT_EQ(move(true, "sign 4", "manage 4", 1), number(Code::NotSupported));
+    authority.options = [](std::size_t) {
+        return std::vector<std::string>{"-send_error"};
+    };
+    EXPECT_EQ(move(false, "sign 5", "manage 5"), number(Code::CmpRefused));
+    EXPECT_EQ(objects(), before);
+}
+
+TEST_P(CmpTokens, CertificatesAreRevoked)
+{
+    const Issued signs = issued(2, samplepki::SigningUse, "77");
+    const Issued manages = issued(5, samplepki::EnvelopeUse, "78");
+    for (const Issued& pair : {signs, manages}) {
+        BinString certificate(library, pair.certificate), key(library, pair.key);
+        ASSERT_EQ(call("PKCS11_WriteCertAndPriKey", &certificate, &key), 0) << errorText();
+    }
+    BinString signing(library, testKey(2).identifier()), management(library, testKey(5).identifier());
+    authority.secret.clear();
+    const auto revoke = [&](int reason) {
+        return call("PKCS11_CMP_CertRevoke", text("127.0.0.1"), authority.port(), reason, &signing,
+                    &management);
+    };
+    ASSERT_EQ(revoke(1), 0) << errorText();
+    EXPECT_EQ(askedBy(authority.request(0)).serial, serialOf(manages.certificate));
+    EXPECT_EQ(askedBy(authority.request(1)).serial, serialOf(signs.certificate));
+    EXPECT_EQ(revoke(7), number(Code::BadArgument));
+}
+
+TEST_P(CmpTokens, WithoutSessionLoginOrPairNothingIsSent)
+{
+    BinString signing(library, "nothing"), management(library, "at all");
+    EXPECT_EQ(update(true, signing, management), number(Code::TokenObjectMissing));
+    EXPECT_EQ(call("PKCS11_Logout"), 0);
+    EXPECT_EQ(request(signing, management), number(Code::TokenLoggedOut));
+    EXPECT_EQ(update(true, signing, management), number(Code::TokenLoggedOut));
+    EXPECT_EQ(call("PKCS11_CloseSession"), 0);
+    EXPECT_EQ(request(signing, management), number(Code::NoTokenSession));
+    EXPECT_EQ(update(false, signing, management), number(Code::NoTokenSession));
+    BinString empty(library);
+    EXPECT_EQ(update(false, empty, management), number(Code::BadArgument));
+    EXPECT_EQ(signing.bytes() + management.bytes(), "nothingat all");
+    EXPECT_TRUE(authority.bodies().empty());
+}
