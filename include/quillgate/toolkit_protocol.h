@@ -384,7 +384,8 @@ QUILLGATE_API int CMPCertCertRevoke2(void* pContext, char* pszIP, int nPort, int
                                      BINSTR* pBinTypes, BINSTR* pBinCerts, BINSTR* pBinPriKeys);
 
 /**
- * Recovers the key-management pair. ZR side only.
+ * Recovers the key-management pair that the CA keeps, encrypted for the signing pair, which is RSA. ZR side
+ * only.
  *
  * @param pContext context of ZR_Initalize
  * @param pszIP name or address of the server

@@ -8,6 +8,7 @@
 
 #include "toolkit/core/AlgorithmCodes.h"
 #include "toolkit/core/CertificatePath.h"
+#include "toolkit/core/CmpRecoveryMessage.h"
 #include "toolkit/core/ErrorQueueKeeper.h"
 #include "toolkit/core/OwnContext.h"
 #include "toolkit/core/TcpMessage.h"
@@ -138,6 +139,8 @@ struct CmpExchange::Run
     const CmpWish* wish = nullptr;
     StoreHandle issuers = nullptr; /**< where paths of issued certificates end */
     std::exception_ptr failure = nullptr;
+    bool recovers = false;
+    Bytes recovered = {};       /**< the response, when keys were to be recovered */
     bool errorUnproved = false; /**< a message that tells an error came without right proof of the sender */
 
     /** Keeps the first failure: what follows are its consequences. */
@@ -149,7 +152,10 @@ struct CmpExchange::Run
 
     MessageHandle transfer(OSSL_CMP_CTX* handle, const OSSL_CMP_MSG* message)
     {
-        const Bytes reply = exchange.send(encodeDer<Bytes>(i2d_OSSL_CMP_MSG, message));
+        Bytes request = encodeDer<Bytes>(i2d_OSSL_CMP_MSG, message);
+        if (recovers)
+            request = asRecoveryRequest(exchange.m_context.crypto(), request, exchange.m_secret.code);
+        const Bytes reply = exchange.send(request);
         MessageHandle decoded = decodeDer<MessageHandle>(d2i_OSSL_CMP_MSG, reply);
         if (!decoded)
             throw Failure(Code::ReplyDamaged, exchange.m_server.host);
@@ -158,8 +164,22 @@ struct CmpExchange::Run
         const bool isError = OSSL_CMP_MSG_get_bodytype(decoded.get()) == errorBody;
         OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_UNPROTECTED_ERRORS, isError ? 1 : 0);
         errorUnproved = isError && OSSL_CMP_validate_msg(handle, decoded.get()) != 1;
+        if (recovers && !isError)
+            takeRecovery(handle, decoded, request, reply);
         ERR_clear_error();
-        return decoded;
+        return recovered.empty() ? std::move(decoded) : nullptr;
+    }
+
+    /** Takes a response that OpenSSL knows nothing about, in the place of what it does with those it knows.
+     */
+    void takeRecovery(OSSL_CMP_CTX* handle, const MessageHandle& decoded, ByteView request,
+                      const Bytes& reply)
+    {
+        const bool isWanted = OSSL_CMP_MSG_get_bodytype(decoded.get()) == keyRecoveryResponse;
+        require(isWanted, Code::ReplyDamaged);
+        require(OSSL_CMP_validate_msg(handle, decoded.get()) == 1, Code::CmpUntrusted);
+        require(isAnswerTo(request, reply), Code::ReplyDamaged);
+        recovered = reply;
     }
 
     void accept(OSSL_CMP_CTX* handle, X509* certificate, int failInfo) const
@@ -306,6 +326,20 @@ CmpIssued CmpExchange::request(const CmpWish& wish)
         return true;
     });
     return issued;
+}
+
+Bytes CmpExchange::recover(const CmpSigner& holder)
+{
+    Run run{*this};
+    run.recovers = true;
+    perform(run, [&](OSSL_CMP_CTX* handle) {
+        requireSet(OSSL_CMP_CTX_set1_cert(handle, holder.certificate.get()));
+        requireSet(OSSL_CMP_CTX_set1_pkey(handle, holder.key.get()));
+        requireSet(OSSL_CMP_CTX_set1_subjectName(handle, X509_get_subject_name(holder.certificate.get())));
+        static_cast<void>(OSSL_CMP_exec_IR_ses(handle));
+        return !run.recovered.empty();
+    });
+    return std::move(run.recovered);
 }
 
 void CmpExchange::revoke(X509* certificate, int reason)

@@ -78,6 +78,12 @@ public:
      */
     CmpIssued request(const CmpWish& wish);
 
+    /**
+     * Requests the recovery of the keys of the holder of a certificate, as the secret's owner; gives the
+     * response, DER, which is proved and answers this request. Throws as above.
+     */
+    Bytes recover(const CmpSigner& holder);
+
     /** Asks for the revocation of a certificate. Throws as above. */
     void revoke(X509* certificate, int reason);
 

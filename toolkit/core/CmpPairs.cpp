@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "toolkit/core/CertificatePath.h"
+#include "toolkit/core/CmpRecoveryMessage.h"
 #include "toolkit/core/KeyGeneration.h"
 #include "toolkit/core/KeyRandom.h"
 
@@ -37,6 +37,31 @@ void restoreOrder(std::vector<CmpPair>& pairs, const std::vector<CmpPair>& given
     auto signer = std::ranges::find(given, PairPurpose::Signing, &CmpPair::purpose);
     const auto place = signer == given.end() ? 0 : signer - given.begin();
     std::rotate(pairs.begin() + place, pairs.end() - 1, pairs.end());
+}
+
+/** The newest of the pairs that have a key. Throws CmpKeyMissing. */
+const RecoveredPair& newestPair(const std::vector<RecoveredPair>& pairs)
+{
+    const RecoveredPair* newest = nullptr;
+    for (const RecoveredPair& pair : pairs) {
+        const bool isNewer = !newest || Certificate(pair.certificate).notBefore() >
+                                            Certificate(newest->certificate).notBefore();
+        if (!pair.encryptedKey.empty() && isNewer)
+            newest = &pair;
+    }
+    require(newest != nullptr, Code::CmpKeyMissing);
+    return *newest;
+}
+
+/** Throws CmpCertificateOther unless a pair is one, and the holder's. */
+void requireRecovered(const Crypto& crypto, X509* holder, ByteView certificate, ByteView key)
+{
+    const X509Handle decoded = decodeX509(crypto, certificate);
+    const bool isHolders =
+        X509_NAME_cmp(X509_get_subject_name(decoded.get()), X509_get_subject_name(holder)) == 0;
+    require(isHolders && isPlainKey(key), Code::CmpCertificateOther);
+    const KeyHandle open = keyOfCertificate(crypto, Certificate(certificate));
+    require(EVP_PKEY_eq(privateKeyFrom(crypto, key).get(), open.get()) == 1, Code::CmpCertificateOther);
 }
 
 } // namespace
@@ -118,6 +143,23 @@ void revokePairs(Context& context, const CmpServer& server, int reason, const st
     for (const OpenPair& pair : open)
         certificates.push_back(pair.certificate.get());
     exchange.revokeAll(certificates, reason);
+}
+
+CmpPair recoverPair(Context& context, const CmpServer& server, const CmpSecret& secret,
+                    const CmpPair& signing)
+{
+    const Crypto& crypto = context.crypto();
+    const CmpSigner holder = signerOf(openPairs(crypto, {signing}));
+    require(EVP_PKEY_is_a(holder.key.get(), "RSA") == 1, Code::KeyUnsuitable);
+    CmpExchange exchange(context, server, secret, {});
+    const RecoveryContent content = recoveryContent(exchange.recover(holder));
+    constexpr int grantedWithMods = 1;
+    if (content.status < 0 || content.status > grantedWithMods)
+        throw Failure(Code::CmpRefused, context.charset().fromUtf8(content.statusText));
+    const RecoveredPair& pair = newestPair(content.pairs);
+    SecretBytes key = openEncryptedValue(crypto, pair.encryptedKey, holder.key.get());
+    requireRecovered(crypto, holder.certificate.get(), pair.certificate, key);
+    return {PairPurpose::Management, pair.certificate, std::move(key)};
 }
 
 } // namespace qgtk

@@ -65,4 +65,14 @@ CmpResult updatePairs(Context& context, const CmpApplication& application, bool 
  */
 void revokePairs(Context& context, const CmpServer& server, int reason, const std::vector<CmpPair>& pairs);
 
+/**
+ * Has the key-management pair of the holder of a signing pair given back by the authority, which encrypts the
+ * key for the signing pair; of several the newest. Its issuer need not be known: the secret proves the
+ * answer. Throws as CmpExchange::recover, CmpRefused, CmpKeyMissing, KeyUnsuitable unless the signing key is
+ * RSA, NotDecryptable, CmpCertificateOther when the pair is none or somebody else's, KeyMismatch,
+ * KeyNotPlain, CertDamaged.
+ */
+CmpPair recoverPair(Context& context, const CmpServer& server, const CmpSecret& secret,
+                    const CmpPair& signing);
+
 } // namespace qgtk

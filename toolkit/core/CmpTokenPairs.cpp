@@ -205,6 +205,7 @@ std::vector<TokenPairId> requestTokenPairs(Context& context, const CmpApplicatio
     CmpExchange exchange(context, application.server, secret, {});
     exchange.setAuthority(share(authority.get()));
     std::vector<TokenPairId> ids;
+    ids.reserve(purposes.size());
     for (const PairPurpose purpose : purposes)
         ids.push_back({purpose, made.generate(purpose, freshRandom(crypto)).id});
     CmpIssuing issuing(crypto, exchange);
@@ -234,6 +235,7 @@ std::vector<TokenPairId> updateTokenPairs(Context& context, const CmpApplication
     issuing.finish(authority.get());
     made.keep();
     std::vector<TokenPairId> ids;
+    ids.reserve(pairs.size());
     for (const TokenPairId& pair : pairs)
         ids.push_back({pair.purpose, idNow(members, subjects, pair.id)});
     return ids;

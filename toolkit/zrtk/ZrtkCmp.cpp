@@ -90,3 +90,16 @@ QGTK_OPERATION(CertRevoke2)
         revokePairs(context, {pathArgument(host), port}, reason, lists.given());
     });
 }
+
+QGTK_OPERATION(CertRecovery)
+(void* handle, char* host, int port, char* reference, char* code, BINSTR* signCertificate, BINSTR* signKey,
+ BINSTR* manageCertificate, BINSTR* manageKey)
+{
+    return callOn(handle, [&](Context& context) {
+        require(manageCertificate && manageKey, Code::BadArgument);
+        const CmpPair recovered =
+            recoverPair(context, {pathArgument(host), port}, {textArgument(reference), textArgument(code)},
+                        pairOf(PairPurpose::Signing, viewOf(signCertificate), viewOf(signKey)));
+        assignAll({{manageCertificate, recovered.certificate}, {manageKey, recovered.key}});
+    });
+}
