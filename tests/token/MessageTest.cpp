@@ -2,8 +2,10 @@
 
 #include <dlfcn.h>
 #include <memory>
+#include <openssl/crypto.h>
 #include <openssl/provider.h>
 
+#include "TokenSpy.h"
 #include "TokenTest.h"
 
 using qgtk::Code;
@@ -368,14 +370,83 @@ TEST_P(ZrtkTokenMessage, PairsMadeOnTheTokenDoTheirPart)
         }
 }
 
-TEST_P(ZrtkTokenMessage, TheHostsContextOfOpensslStaysAsItIs)
+/** The same on a module that looks and fails as it is told. */
+class SpiedTokenMessage : public ZrtkTokenMessage
 {
-    for (const std::string& id : {rsaId, curveId}) {
-        read("SignData", id, content);
-        read("DecryptData", id, sealed);
+protected:
+    void SetUp() override
+    {
+        ZrtkTokenMessage::SetUp();
+        ASSERT_EQ(call("MEDIA_Load", text(QGTK_SPY_FILE)), 0);
+        ASSERT_EQ(open(slots().front()), 0);
+        module.reset(dlopen(QGTK_SPY_FILE, RTLD_NOW));
+        spy = reinterpret_cast<TokenSpy* (*)()>(dlsym(module.get(), "tokenSpy"))();
+        *spy = TokenSpy();
     }
-    EXPECT_EQ(OSSL_PROVIDER_available(nullptr, "legacy"), 0);
-    EXPECT_EQ(OSSL_LIB_CTX_set0_default(nullptr), OSSL_LIB_CTX_get0_global_default());
+
+    std::unique_ptr<void, int (*)(void*)> module{nullptr, dlclose};
+    TokenSpy* spy = nullptr;
+};
+INSTANTIATE_ZR_SIDE(SpiedTokenMessage);
+
+TEST_P(SpiedTokenMessage, NothingIsDoneInTheHostsContext)
+{
+    // A default context that can do nothing: what falls back to it fails.
+    const std::unique_ptr<OSSL_LIB_CTX, void (*)(OSSL_LIB_CTX*)> host(OSSL_LIB_CTX_new(), OSSL_LIB_CTX_free);
+    OSSL_PROVIDER* const none = OSSL_PROVIDER_load(host.get(), "null");
+    ASSERT_NE(none, nullptr);
+    std::vector<std::string> done;
+    spy->expected = host.get();
+    OSSL_LIB_CTX* const before = OSSL_LIB_CTX_set0_default(host.get());
+    for (const int version : {int(QG_RSA_V15), int(QG_RSA_V2)}) {
+        EXPECT_EQ(call("CRYPT_SetRSAVersion", version), 0);
+        done.push_back(read("DecryptData", rsaId, sealed));
+        done.push_back(read("DecryptData", curveId, sealed));
+        done.push_back(openSealed(rsaId, both));
+        EXPECT_THAT(read("SignData", rsaId, content), HasSubstr(content));
+        EXPECT_THAT(read("SignData", curveId, content), HasSubstr(content));
+    }
+    EXPECT_EQ(OSSL_LIB_CTX_set0_default(before), host.get());
+    EXPECT_THAT(done, testing::Each(content));
+    EXPECT_EQ(spy->strangers, 0U) << "the module finds the context that the host left";
+    OSSL_PROVIDER_unload(none);
+}
+
+TEST_P(SpiedTokenMessage, WhatTheTokenAnswersInTheMiddleIsTold)
+{
+    spy->answer = CKR_DEVICE_REMOVED;
+    EXPECT_THAT(answers(rsaId), testing::Each(refused(Code::TokenRemoved)));
+    EXPECT_EQ(read("SignData", curveId, content), refused(Code::TokenRemoved));
+    EXPECT_THAT(errorText(), HasSubstr("C_Sign: CKR 0x00000032"));
+    EXPECT_EQ(read("DecryptData", curveId, sealed), refused(Code::TokenRemoved));
+    EXPECT_THAT(errorText(), HasSubstr("C_DeriveKey: CKR 0x00000032"));
+    spy->answer = CKR_GENERAL_ERROR;
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::ModuleFailed));
+    EXPECT_EQ(read("DecryptData", rsaId, sealed), refused(Code::NotDecryptable))
+        << "which is how some tell it";
+    EXPECT_EQ(read("DecryptData", curveId, sealed), refused(Code::ModuleFailed));
+    spy->answer = CKR_OK;
+    EXPECT_EQ(verify(read("SignData", rsaId, content)).code, 0);
+    EXPECT_EQ(read("DecryptData", rsaId, sealed), content);
+}
+
+TEST_P(SpiedTokenMessage, ATokenMayLackBareRsa)
+{
+    spy->lacks = CKM_RSA_X_509;
+    EXPECT_EQ(verify(read("SignData", rsaId, content)).code, 0);
+    EXPECT_EQ(read("DecryptData", rsaId, sealed), content);
+    ASSERT_EQ(call("CRYPT_SetRSAVersion", int(QG_RSA_V2)), 0);
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::NotSupported));
+    const std::string oaep = envelope(hong().certificate, content, QG_CIPHER_AES128).bytes;
+    EXPECT_EQ(read("DecryptData", rsaId, oaep), refused(Code::NotSupported));
+}
+
+TEST_P(SpiedTokenMessage, ATokenMayCutZerosOffBareRsa)
+{
+    ASSERT_EQ(call("CRYPT_SetRSAVersion", int(QG_RSA_V2)), 0);
+    const std::string oaep = envelope(hong().certificate, content, QG_CIPHER_AES128).bytes;
+    spy->cutsZeros = true;
+    EXPECT_EQ(read("DecryptData", rsaId, oaep), content);
 }
 
 TEST_P(ZrtkTokenMessage, FilesOfDriversAreVerified)

@@ -1,0 +1,112 @@
+// A module that is SoftHSM, but for what a TokenSpy says.
+
+#include "TokenSpy.h"
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <openssl/crypto.h>
+
+namespace {
+
+TokenSpy spy;
+CK_FUNCTION_LIST* softHsm = nullptr;
+CK_FUNCTION_LIST spied;
+
+/** SoftHSM works in the process's own context, whatever the thread's default is. */
+class GlobalContext
+{
+public:
+    GlobalContext() : m_before(OSSL_LIB_CTX_set0_default(OSSL_LIB_CTX_get0_global_default()))
+    {
+        if (spy.expected && m_before != spy.expected)
+            ++spy.strangers;
+    }
+    ~GlobalContext() { OSSL_LIB_CTX_set0_default(m_before); }
+    GlobalContext(const GlobalContext&) = delete;
+    GlobalContext& operator=(const GlobalContext&) = delete;
+
+private:
+    OSSL_LIB_CTX* m_before;
+};
+
+/** A function of SoftHSM's, in that context. */
+template <auto Function, typename = decltype(Function)>
+struct Real;
+template <auto Function, typename... Arguments>
+struct Real<Function, CK_RV (*CK_FUNCTION_LIST::*)(Arguments...)>
+{
+    static CK_RV call(Arguments... arguments)
+    {
+        const GlobalContext context;
+        return (softHsm->*Function)(arguments...);
+    }
+};
+
+template <auto... Functions>
+void placeAll()
+{
+    ((spied.*Functions = Real<Functions>::call), ...);
+}
+
+using List = CK_FUNCTION_LIST;
+
+/** Begins a step that works with a mechanism. */
+template <auto Function>
+CK_RV begin(CK_SESSION_HANDLE session, CK_MECHANISM* mechanism, CK_OBJECT_HANDLE key)
+{
+    return mechanism->mechanism == spy.lacks ? CKR_MECHANISM_INVALID
+                                             : Real<Function>::call(session, mechanism, key);
+}
+
+void cutZeros(CK_BYTE* bytes, CK_ULONG* length)
+{
+    CK_BYTE* const end = bytes + *length;
+    CK_BYTE* const first = std::find_if(bytes, end, [](CK_BYTE byte) { return byte != 0; });
+    *length = static_cast<CK_ULONG>(std::copy(first, end, bytes) - bytes);
+}
+
+/** A step of one part; the call that only asks for a length is not its end. */
+template <auto Function>
+CK_RV step(CK_SESSION_HANDLE session, CK_BYTE* data, CK_ULONG size, CK_BYTE* result, CK_ULONG* length)
+{
+    const CK_RV done = Real<Function>::call(session, data, size, result, length);
+    if (done != CKR_OK || !result)
+        return done;
+    if (spy.cutsZeros)
+        cutZeros(result, length);
+    return spy.answer;
+}
+
+CK_RV derive(CK_SESSION_HANDLE session, CK_MECHANISM* mechanism, CK_OBJECT_HANDLE key, CK_ATTRIBUTE* wanted,
+             CK_ULONG count, CK_OBJECT_HANDLE* made)
+{
+    return spy.answer != CKR_OK
+               ? spy.answer
+               : Real<&List::C_DeriveKey>::call(session, mechanism, key, wanted, count, made);
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) TokenSpy* tokenSpy()
+{
+    return &spy;
+}
+
+extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUNCTION_LIST** list)
+{
+    void* const module = dlopen(QGTK_SOFTHSM_FILE, RTLD_NOW);
+    const auto get = reinterpret_cast<CK_C_GetFunctionList>(dlsym(module, "C_GetFunctionList"));
+    const CK_RV result = get(&softHsm);
+    if (result != CKR_OK)
+        return result;
+    spied = *softHsm;
+    placeAll<&List::C_GetSessionInfo, &List::C_FindObjectsInit, &List::C_FindObjects,
+             &List::C_FindObjectsFinal, &List::C_GetAttributeValue, &List::C_DestroyObject>();
+    spied.C_SignInit = begin<&List::C_SignInit>;
+    spied.C_DecryptInit = begin<&List::C_DecryptInit>;
+    spied.C_Sign = step<&List::C_Sign>;
+    spied.C_Decrypt = step<&List::C_Decrypt>;
+    spied.C_DeriveKey = derive;
+    *list = &spied;
+    return CKR_OK;
+}
