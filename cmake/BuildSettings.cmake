@@ -11,8 +11,10 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_C_COMPILER_LAUNCHER "${CCACHE}")
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+  # A precompiled header stands for its macros and its time: ccache has to be told that this is fine.
+  set(launcher "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${CCACHE}")
+  set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wformat=2 -Wundef -Werror)
