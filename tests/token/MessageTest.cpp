@@ -105,6 +105,9 @@ protected:
         return "code " + std::to_string(code);
     }
 
+    /** An envelope that shows when it is opened with a wrong key; others do so nearly always. */
+    std::string authenticated() { return sealedByOpenssl(hong(), {"-aes-256-gcm"}); }
+
     /** What each of the operations on a pair answers. */
     std::vector<std::string> answers(const std::string& id)
     {
@@ -243,7 +246,7 @@ TEST_P(ZrtkTokenMessage, AnOpenedMessageIsWhole)
             EXPECT_THAT(read("DecryptData", rsaId, cut), refused(Code::MessageDamaged));
             EXPECT_THAT(openSealed(rsaId, cut), refused(Code::MessageDamaged));
         }
-    std::string otherKey = sealed;
+    std::string otherKey = authenticated();
     const std::size_t encryptedKey = otherKey.find(unhex("04820100"));
     ASSERT_NE(encryptedKey, std::string::npos);
     otherKey[encryptedKey + 100] ^= 1;
@@ -329,6 +332,26 @@ TEST_P(ZrtkTokenMessage, TheCertificateIsTheKeys)
                 testing::Not(HasSubstr("failed")));
     reopen();
     EXPECT_THAT(answers(rsaId), testing::Each(refused(Code::KeyMismatch)));
+}
+
+TEST_P(ZrtkTokenMessage, BothHalvesAreOfOnePair)
+{
+    ASSERT_EQ(call("CRYPT_SetRSAVersion", int(QG_RSA_V2)), 0);
+    ASSERT_EQ(write({kim().certificate, kim().key}), 0);
+    const auto exchange = [&](const std::string& id, const Holder& other) {
+        drop("privkey", id);
+        writeFile(tokens + "/other.der", other.key);
+        ASSERT_THAT(asUser("--write-object other.der --type privkey --usage-sign --id " + hex(id)),
+                    testing::Not(HasSubstr("failed")));
+    };
+    exchange(rsaId, kim());
+    exchange(curveId, ecKim());
+    reopen();
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::KeyMismatch));
+    EXPECT_EQ(read("SignData", curveId, content), refused(Code::KeyMismatch));
+    ASSERT_EQ(call("CRYPT_SetRSAVersion", int(QG_RSA_V15)), 0);
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::KeyMismatch));
+    EXPECT_EQ(verify(read("SignData", idOf(kim().certificate), content)).code, 0);
 }
 
 TEST_P(ZrtkTokenMessage, AKeyDoesWhatItIsMadeFor)
@@ -422,7 +445,7 @@ TEST_P(SpiedTokenMessage, WhatTheTokenAnswersInTheMiddleIsTold)
     EXPECT_THAT(errorText(), HasSubstr("C_DeriveKey: CKR 0x00000032"));
     spy->answer = CKR_GENERAL_ERROR;
     EXPECT_EQ(read("SignData", rsaId, content), refused(Code::ModuleFailed));
-    EXPECT_EQ(read("DecryptData", rsaId, sealed), refused(Code::NotDecryptable))
+    EXPECT_EQ(read("DecryptData", rsaId, authenticated()), refused(Code::NotDecryptable))
         << "which is how some tell it";
     EXPECT_EQ(read("DecryptData", curveId, sealed), refused(Code::ModuleFailed));
     spy->answer = CKR_OK;
@@ -447,6 +470,18 @@ TEST_P(SpiedTokenMessage, ATokenMayCutZerosOffBareRsa)
     const std::string oaep = envelope(hong().certificate, content, QG_CIPHER_AES128).bytes;
     spy->cutsZeros = true;
     EXPECT_EQ(read("DecryptData", rsaId, oaep), content);
+}
+
+TEST_P(SpiedTokenMessage, ATokenMayAnswerNonsense)
+{
+    spy->damages = true;
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::KeyMismatch));
+    EXPECT_EQ(read("SignData", curveId, content), refused(Code::KeyMismatch));
+    EXPECT_EQ(read("DecryptData", rsaId, authenticated()), refused(Code::NotDecryptable));
+    spy->damages = false;
+    spy->lengthens = true;
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::ModuleFailed));
+    EXPECT_EQ(read("SignData", curveId, content), refused(Code::KeyMismatch));
 }
 
 TEST_P(ZrtkTokenMessage, FilesOfDriversAreVerified)

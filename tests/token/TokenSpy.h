@@ -11,4 +11,6 @@ struct TokenSpy
     CK_RV answer = CKR_OK;            /**< what signing, decrypting and agreeing answer instead of success */
     CK_MECHANISM_TYPE lacks = ~0UL;   /**< a mechanism that it says not to have */
     bool cutsZeros = false;           /**< whether what it decrypts loses zeros at its beginning */
+    bool damages = false;             /**< whether it alters the last byte of what it signs and decrypts */
+    bool lengthens = false;           /**< whether that becomes longer than any of its keys */
 };

@@ -117,34 +117,49 @@ struct TokenBackedKey::Calls
         return failed;
     }
 
-    /** One of the steps of RSA with the private key; bare RSA as long as the key. */
-    template <typename Step>
-    static int runRsa(Step step, int length, const unsigned char* from, unsigned char* to, RSA* rsa,
-                      int padding) noexcept
+    static CK_MECHANISM rsaMechanism(int padding)
     {
-        State& state = *static_cast<State*>(RSA_get_ex_data(rsa, ownData));
-        return keeping(state, -1, [&] {
-            const bool bare = padding == RSA_NO_PADDING;
-            CK_MECHANISM mechanism = {bare ? CKM_RSA_X_509 : CKM_RSA_PKCS, nullptr, 0};
-            const SecretBytes result =
-                step(state.session, &mechanism, state.key, {from, static_cast<std::size_t>(length)});
-            const auto size = static_cast<std::size_t>(RSA_size(rsa));
-            require(result.size() <= size, Code::ModuleFailed);
-            const std::size_t lead = bare ? size - result.size() : 0;
-            std::fill_n(to, lead, 0);
-            std::copy(result.begin(), result.end(), to + lead);
-            return static_cast<int>(lead + result.size());
-        });
+        return {padding == RSA_NO_PADDING ? CKM_RSA_X_509 : CKM_RSA_PKCS, nullptr, 0};
+    }
+
+    /** Gives a number to OpenSSL with a length; tokens may leave zeros at its beginning away. */
+    static int store(ByteView number, std::size_t length, unsigned char* to)
+    {
+        require(number.size() <= length, Code::ModuleFailed);
+        const std::size_t lead = length - number.size();
+        std::fill_n(to, lead, 0);
+        std::copy(number.begin(), number.end(), to + lead);
+        return static_cast<int>(length);
     }
 
     static int signRsa(int length, const unsigned char* from, unsigned char* to, RSA* rsa, int padding)
     {
-        return runRsa(signOnce, length, from, to, rsa, padding);
+        State& state = *static_cast<State*>(RSA_get_ex_data(rsa, ownData));
+        return keeping(state, -1, [&] {
+            CK_MECHANISM mechanism = rsaMechanism(padding);
+            const ByteView data(from, static_cast<std::size_t>(length));
+            const int size = store(signOnce(state.session, &mechanism, state.key, data),
+                                   static_cast<std::size_t>(RSA_size(rsa)), to);
+            // An identifier is all that the halves of a pair have in common on a token.
+            Bytes opened(static_cast<std::size_t>(size));
+            const int opens = RSA_public_decrypt(size, to, opened.data(), rsa, padding);
+            require(opens == length && std::equal(data.begin(), data.end(), opened.begin()),
+                    Code::KeyMismatch);
+            return size;
+        });
     }
 
     static int decryptRsa(int length, const unsigned char* from, unsigned char* to, RSA* rsa, int padding)
     {
-        return runRsa(decryptOnce, length, from, to, rsa, padding);
+        State& state = *static_cast<State*>(RSA_get_ex_data(rsa, ownData));
+        return keeping(state, -1, [&] {
+            CK_MECHANISM mechanism = rsaMechanism(padding);
+            const SecretBytes plain =
+                decryptOnce(state.session, &mechanism, state.key, {from, static_cast<std::size_t>(length)});
+            const auto size = static_cast<std::size_t>(RSA_size(rsa));
+            require(plain.size() <= size, Code::ModuleFailed);
+            return store(plain, padding == RSA_NO_PADDING ? size : plain.size(), to);
+        });
     }
 
     static ECDSA_SIG* signCurve(const unsigned char* digest, int length, const BIGNUM* /*inverse*/,
@@ -153,9 +168,11 @@ struct TokenBackedKey::Calls
         State& state = *static_cast<State*>(EC_KEY_get_ex_data(key, ownData));
         return keeping(state, static_cast<ECDSA_SIG*>(nullptr), [&] {
             CK_MECHANISM mechanism = {CKM_ECDSA, nullptr, 0};
-            const SecretBytes numbers =
-                signOnce(state.session, &mechanism, state.key, {digest, static_cast<std::size_t>(length)});
-            return ecdsaOf(numbers).release();
+            EcdsaHandle signature = ecdsaOf(
+                signOnce(state.session, &mechanism, state.key, {digest, static_cast<std::size_t>(length)}));
+            // OpenSSL's buffer has room for numbers that are right: others must not get there.
+            require(ECDSA_do_verify(digest, length, signature.get(), key) == 1, Code::KeyMismatch);
+            return signature.release();
         });
     }
 
