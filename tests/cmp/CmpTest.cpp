@@ -16,7 +16,7 @@ bool Records::areUntouched() const
 void CmpTest::SetUp()
 {
     CryptoTest::SetUp();
-    restartWith("CONNECT_TIMEOUT=2\nTOTAL_TIMEOUT=10\nLANGUAGE=ENG\nCMP_KEY=256");
+    restartWith("CONNECT_TIMEOUT=20\nTOTAL_TIMEOUT=60\nLANGUAGE=ENG\nCMP_KEY=256");
     authority.secret = secretCode;
 }
 

@@ -178,7 +178,7 @@ void TestAuthority::start(const Bytes& certificate)
     if (secret.empty())
         add({"-srv_cert", m_directory + "server", "-srv_key", m_directory + "key"});
     else
-        add({"-srv_ref", "server", "-srv_secret", "pass:" + secret});
+        add({"-srv_ref", "server", "-srv_secret", secret.starts_with("file:") ? secret : "pass:" + secret});
     if (options)
         add(options(m_requests.size() - 1));
     m_program = std::make_unique<ServerProgram>(arguments, m_programPort);

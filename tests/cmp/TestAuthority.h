@@ -33,7 +33,7 @@ public:
     samplepki::Bytes serverCertificate;
     samplepki::KeyPair serverKey = testKey(3);
 
-    /** What both sides know; empty: they sign. */
+    /** What both sides know, or "file:" with a path; empty: they sign. */
     std::string secret;
 
     /** Options of the server for the transaction of a number, from 0; empty: none. */

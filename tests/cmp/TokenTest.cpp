@@ -21,7 +21,7 @@ protected:
         writeFile(tokens + ".conf", "directories.tokendir = " + tokens + "\nobjectstore.backend = file\n");
         setenv("SOFTHSM2_CONF", (tokens + ".conf").c_str(), 1);
         CmpTest::SetUp();
-        restartWith("CONNECT_TIMEOUT=2\nTOTAL_TIMEOUT=10\nLANGUAGE=ENG\nCMP_KEY=256");
+        restartWith("CONNECT_TIMEOUT=20\nTOTAL_TIMEOUT=60\nLANGUAGE=ENG\nCMP_KEY=256");
         ASSERT_EQ(call("MEDIA_Load", text(QGTK_SOFTHSM_FILE)), 0);
         const CommandResult made =
             runCommand({"env", "SOFTHSM2_CONF=" + tokens + ".conf", "softhsm2-util", "--init-token", "--free",

@@ -271,6 +271,10 @@ TEST_P(CmpRevocations, RefusalsAreTold)
         return std::vector<std::string>{"-send_unprotected"};
     };
     EXPECT_EQ(revoke(signing, management), number(Code::CmpUntrusted));
+    authority.options = [](std::size_t) {
+        return std::vector<std::string>{"-pkistatus", "2", "-send_unprot_err"};
+    };
+    EXPECT_EQ(revoke(signing, management), number(Code::CmpUntrusted)) << "a refusal that anybody can send";
     authority.options = nullptr;
     const Issued mixed{signing.certificate, management.key};
     const Issued damaged{noise(200), management.key};

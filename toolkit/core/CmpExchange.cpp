@@ -96,6 +96,13 @@ std::string statusText(const OSSL_CMP_CTX* handle, Charset& charset)
     return charset.fromUtf8(text);
 }
 
+/** Whether a server says that a message's MAC is not right. */
+bool refusedMac(const OSSL_CMP_CTX* handle)
+{
+    const int failInfo = OSSL_CMP_CTX_get_failInfoCode(handle);
+    return failInfo > 0 && (failInfo & (1 << OSSL_CMP_PKIFAILUREINFO_badMessageCheck)) != 0;
+}
+
 std::vector<Bytes> derOfAll(const X509Stack& certificates)
 {
     std::vector<Bytes> all;
@@ -222,7 +229,7 @@ struct CmpExchange::Run
         const std::string text = statusText(handle, exchange.m_context.charset());
         if (hasReason(errors, {CMP_R_TOTAL_TIMEOUT}))
             throw Failure(Code::ServerTimeout, exchange.m_server.host);
-        if (errorUnproved && !exchange.m_signer.certificate)
+        if (!exchange.m_signer.certificate && (errorUnproved || refusedMac(handle)))
             throw Failure(Code::CmpSecretWrong, text);
         if (hasReason(errors, {CMP_R_RECEIVED_ERROR, CMP_R_REQUEST_REJECTED_BY_SERVER,
                                CMP_R_ENCOUNTERED_WAITING, CMP_R_ENCOUNTERED_KEYUPDATEWARNING}))

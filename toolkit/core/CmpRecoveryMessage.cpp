@@ -202,7 +202,7 @@ Bytes macOf(const Crypto& crypto, const CmpMessage& message, std::string_view se
     const int made = OSSL_CRMF_pbm_new(crypto.context(), nullptr, macParameters(message).get(),
                                        covered.data(), covered.size(), key.data(), key.size(), &mac, &length);
     require(made == 1, Code::CryptoUnavailable);
-    const Bytes bytes(mac, mac + length);
+    Bytes bytes(mac, mac + length);
     OPENSSL_free(mac);
     return bytes;
 }
@@ -258,7 +258,7 @@ SecretBytes decrypt(const Crypto& crypto, const X509_ALGOR* algorithm, ByteView 
             1 &&
         EVP_DecryptFinal_ex(run.get(), plain.data() + length, &rest) == 1;
     require(done, Code::NotDecryptable);
-    plain.resize(static_cast<std::size_t>(length + rest));
+    plain.resize(static_cast<std::size_t>(length) + static_cast<std::size_t>(rest));
     return plain;
 }
 
