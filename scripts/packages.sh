@@ -2,7 +2,7 @@
 # shellcheck shell=bash
 
 # To compile and link the library, the toolkit and the tools.
-build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev libldap-dev libp11-kit-dev libcli11-dev
+build_packages=(g++ cmake ninja-build ccache pkg-config qtbase5-dev libssl-dev libldap-dev libp11-kit-dev nettle-dev libcli11-dev
                 libgtest-dev libgmock-dev libbenchmark-dev libnss-wrapper)
 # Fonts for the Korean dialog, and OpenSSL's legacy provider (libssl3), which knows the SEED cipher.
 demo_packages=(fonts-nanum libssl3)

@@ -314,4 +314,11 @@ TEST_P(Exchange, WeReadWhatPk12utilWrites)
     }
     run(make + " -W " + ascii);
     expectTheirs("pk12util", "", ascii, 0);
+    // Six hundred thousand rounds of MD2 take seconds: one password is enough.
+    for (const char* digest : {"SHA-1", "MD2"}) {
+        const std::string cipher =
+            quoted(std::string("PKCS #5 Password Based Encryption with ") + digest + " and DES-CBC");
+        run(make + "-c " + cipher + " -C " + cipher + " -W " + quoted(korean));
+        expectTheirs("pk12util", cipher, korean, 0);
+    }
 }

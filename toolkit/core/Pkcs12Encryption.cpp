@@ -5,6 +5,7 @@
 #include <openssl/pkcs12.h>
 
 #include "toolkit/core/AlgorithmParameters.h"
+#include "toolkit/core/MozillaPbe.h"
 #include "toolkit/core/Oid.h"
 
 namespace qgtk {
@@ -197,6 +198,21 @@ CipherRun startPbe(const Crypto& crypto, const X509_ALGOR* algorithm, const Pass
     if (isKoreanScheme(algorithm))
         return startCipher(setupFromAlgorithm(crypto, algorithm, textOf(password.narrow), INT_MAX), encrypt);
     return startStandard(crypto, algorithm, password.narrow, encrypt);
+}
+
+CipherRun startDecryption(const Crypto& crypto, const X509_ALGOR* algorithm, const PasswordReading& password)
+{
+    return startPbe(crypto, algorithm, password, false);
+}
+
+CipherRun startMozillaDecryption(const Crypto& crypto, const X509_ALGOR* algorithm,
+                                 const PasswordReading& password)
+{
+    const auto parameters = parametersOf<PbeHandle>(algorithm, ASN1_ITEM_rptr(PBEPARAM));
+    require(parameters != nullptr, Code::PfxAlgorithm);
+    const auto iterations = static_cast<int>(iterationCount(parameters->iter));
+    return startCipher(
+        mozillaSetup(crypto, algorithm, password.wide, saltBytes(parameters->salt), iterations), false);
 }
 
 } // namespace qgtk

@@ -56,6 +56,14 @@ bool runPbe(const Crypto& crypto, const X509_ALGOR* algorithm, const PasswordRea
 CipherRun startPbe(const Crypto& crypto, const X509_ALGOR* algorithm, const PasswordReading& password,
                    bool encrypt);
 
+/** Begins to decrypt what runPbe decrypts. */
+CipherRun startDecryption(const Crypto& crypto, const X509_ALGOR* algorithm, const PasswordReading& password);
+
+/** Begins to decrypt what hasMozillaForm, with the wide password. iterationsOf comes first. Throws as runPbe.
+ */
+CipherRun startMozillaDecryption(const Crypto& crypto, const X509_ALGOR* algorithm,
+                                 const PasswordReading& password);
+
 } // namespace qgtk
 
 #include "toolkit/core/CipherRun.h"

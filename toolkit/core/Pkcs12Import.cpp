@@ -5,6 +5,7 @@
 
 #include "toolkit/core/Certificate.h"
 #include "toolkit/core/KeyRandom.h"
+#include "toolkit/core/MozillaPbe.h"
 #include "toolkit/core/Pkcs12Encryption.h"
 #include "toolkit/core/Pkcs12Mac.h"
 
@@ -205,11 +206,18 @@ private:
     SecretBytes open(const X509_ALGOR* algorithm, ByteView cipherText, Accept&& accept)
     {
         SecretBytes plain;
-        const auto part = takesWidePassword(algorithm) ? &PasswordReading::wide : &PasswordReading::narrow;
-        const auto opens = [&](const PasswordReading& reading) {
-            return runPbe(m_crypto, algorithm, reading, false, cipherText, plain) && accept(plain);
+        const auto opens = [&](const auto& start) {
+            return [&](const PasswordReading& reading) {
+                return runCipher(start(m_crypto, algorithm, reading).get(), cipherText, plain) &&
+                       accept(plain);
+            };
         };
-        require(firstReading(m_readings, part, opens).has_value(), m_failure);
+        const auto part = takesWidePassword(algorithm) ? &PasswordReading::wide : &PasswordReading::narrow;
+        const bool opened =
+            (!isMozillaOnly(algorithm) && firstReading(m_readings, part, opens(startDecryption))) ||
+            (hasMozillaForm(algorithm) &&
+             firstReading(m_readings, &PasswordReading::wide, opens(startMozillaDecryption)));
+        require(opened, m_failure);
         return plain;
     }
 
