@@ -13,6 +13,7 @@
 #include "quillgate/message_options.h"
 #include "samplepki/KeyFile.h"
 #include "toolkit/core/Challenge.h"
+#include "toolkit/core/CmpPairs.h"
 #include "toolkit/core/CmsEnveloped.h"
 #include "toolkit/core/CmsFile.h"
 #include "toolkit/core/CmsSigned.h"
@@ -334,6 +335,48 @@ void writeReplies(const std::string& directory, Cast& cast)
     seeds.add("t" + stampMessage(stampOf(cast, bytesOf(content)), finalResponse));
 }
 
+/** What the context sends to have a certificate revoked. */
+Bytes revocationRequest(Cast& cast)
+{
+    Bytes request;
+    const RawServer server([&](int client) {
+        request = readHttpBody(client);
+        answerAndEnd(client, "");
+    });
+    const Bytes key = KeyPool::key(KeyKind::EcP256).privateKeyInfo();
+    const Bytes& certificate = cast.curveCertificate;
+    try {
+        qgtk::revokePairs(cast.context, {"127.0.0.1", server.port()}, 1,
+                          {{qgtk::PairPurpose::Signing, qgtk::Bytes(certificate.begin(), certificate.end()),
+                            qgtk::SecretBytes(key.begin(), key.end())}});
+    } catch (const qgtk::Failure&) {
+        // The server answers nothing.
+    }
+    return request;
+}
+
+void writeCmp(const std::string& directory, Cast& cast)
+{
+    SeedFolder seeds(directory, "cmp");
+    seeds.add(revocationRequest(cast));
+    const Bytes name = der::context(4, encodeName(nameFromText(leafName)));
+    const Bytes octets = der::element(der::OctetString, Bytes(16, 'n'));
+    const Bytes header = der::sequence({der::integer(2), name, name, der::context(4, octets),
+                                        der::context(5, octets), der::context(6, octets)});
+    const Bytes cipher = der::oid("2.16.840.1.101.3.4.1.42") + der::element(der::OctetString, Bytes(16, 'i'));
+    const Bytes value = der::sequence(
+        {der::element(0xA1, cipher), der::element(0x82, Bytes(257, '\0')), der::bitString(Bytes(32, 'v'))});
+    const Bytes pair = der::sequence({der::context(0, cast.curveCertificate), der::context(0, value)});
+    const Bytes status =
+        der::sequence({der::integer(0), der::sequence({der::element(der::Utf8String, "no")})});
+    seeds.add(value);
+    seeds.add(der::sequence(
+        {header, der::context(10, der::sequence({status, der::context(2, der::sequence({pair}))})),
+         der::context(0, der::bitString(Bytes(20, 'm')))}));
+    seeds.add(der::sequence({header, der::context(11, der::sequence({der::sequence({status})}))}));
+    seeds.add(der::sequence({header, der::context(23, der::sequence({status}))}));
+}
+
 void writeMaterial(const std::string& directory, Cast& cast)
 {
     const std::string at = directory + "/material/";
@@ -355,7 +398,7 @@ int main()
         Cast cast;
         writeMaterial(directory, cast);
         for (const auto& write : {writeCertificates, writeKeys, writePfxFiles, writeMessages, writeStatuses,
-                                  writeStamps, writeTexts, writeReplies})
+                                  writeStamps, writeTexts, writeReplies, writeCmp})
             write(directory, cast);
         return 0;
     } catch (const std::exception& failure) {

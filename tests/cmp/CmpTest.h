@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CryptoTest.h"
+#include "PfxSamples.h"
 #include "TestAuthority.h"
 #include "quillgate/toolkit_protocol.h"
 #include "quillgate/toolkit_token.h"
@@ -46,7 +47,7 @@ protected:
     };
     Issued issued(unsigned keyNumber, unsigned usage, const std::string& serial);
 
-    /** "a: b" of openssl x509. */
+    /** What openssl prints of a certificate. */
     std::string textOf(const std::string& certificate);
 
     TestAuthority authority;

@@ -147,8 +147,7 @@ protected:
     std::string recoveredCertificate;
     std::string recoveredKey;
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpRecoveries, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpRecoveries);
 
 TEST_P(CmpRecoveries, GiveTheKeyBack)
 {

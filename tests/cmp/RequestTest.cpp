@@ -22,8 +22,7 @@ protected:
                   number(Code::IdentityMismatch));
     }
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpRequests, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpRequests);
 
 TEST_P(CmpRequests, GiveBothPairs)
 {

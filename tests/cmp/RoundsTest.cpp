@@ -65,8 +65,7 @@ protected:
     const int port = freePort();
     const Bytes certificate = holderCertificate();
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpRounds, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpRounds);
 
 TEST_P(CmpRounds, LeaveNothing)
 {

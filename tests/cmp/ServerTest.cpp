@@ -31,8 +31,7 @@ protected:
         };
     }
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpServers, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpServers);
 
 TEST_P(CmpServers, ThatMisbehaveAreTold)
 {

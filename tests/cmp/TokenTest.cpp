@@ -83,8 +83,7 @@ protected:
 
     std::string tokens;
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpTokens, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpTokens);
 
 TEST_P(CmpTokens, PairsAreMadeThereAndCertified)
 {

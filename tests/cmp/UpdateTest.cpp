@@ -52,8 +52,7 @@ protected:
         return code;
     }
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpUpdates, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpUpdates);
 
 TEST_P(CmpUpdates, GiveNewKeys)
 {
@@ -220,8 +219,7 @@ protected:
                     &held.signKey, &held.manageCertificate, &held.manageKey);
     }
 };
-INSTANTIATE_TEST_SUITE_P(Zrtk, CmpRevocations, testing::Values(zrtkSide),
-                         [](const auto& side) { return side.param.name; });
+INSTANTIATE_ZR_SIDE(CmpRevocations);
 
 TEST_P(CmpRevocations, EndBothCertificates)
 {

@@ -139,7 +139,7 @@ ByteView wholeOf(const ASN1_TYPE* element)
     return element->type == V_ASN1_OTHER ? contentOf(element->value.asn1_string) : ByteView();
 }
 
-/** What stands inside of an explicit tag; none for another tag. */
+/** What stands inside of an explicit tag of definite length; none for another tag. */
 ByteView insideOf(const ASN1_TYPE* element, std::uint8_t wantedTag)
 {
     const ByteView whole = wholeOf(element);
@@ -149,7 +149,10 @@ ByteView insideOf(const ASN1_TYPE* element, std::uint8_t wantedTag)
     long length = 0;
     int tag = 0;
     int tagClass = 0;
-    ASN1_get_object(&position, &length, &tag, &tagClass, static_cast<long>(whole.size()));
+    constexpr int damagedOrIndefinite = 0x81;
+    const int kind = ASN1_get_object(&position, &length, &tag, &tagClass, static_cast<long>(whole.size()));
+    if ((kind & damagedOrIndefinite) != 0)
+        return {};
     return {position, static_cast<std::size_t>(length)};
 }
 
