@@ -1,4 +1,6 @@
 // Encrypted messages: what we encrypt others open, what others encrypt we open, and nobody else does.
+// The fixture's functions are MakeEnvelopedDataWithMultiRecipients, ProcessEnvelopedData,
+// MakeSignedAndEnvData and ProcessSignedAndEnvData.
 
 #include <openssl/err.h>
 #include <openssl/pkcs7.h>

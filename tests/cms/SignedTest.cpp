@@ -1,4 +1,6 @@
 // Signed messages: what we sign others verify, what others sign we verify, and nothing else passes.
+// The fixture's functions are MakeSignedData, MakeSignedDataWithAddSigner, ProcessSignedData
+// (ProcessSignedData2) and GetSignerCert (GetSigner).
 
 #include "MessageTest.h"
 

@@ -1,4 +1,5 @@
 // What is exported comes back, through every operation of both interfaces.
+// The fixture's functions are PFX_Export, PFX_ExportMultiPair and PFX_ImportMultiPair2.
 
 #include "PfxSamples.h"
 

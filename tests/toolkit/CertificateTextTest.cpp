@@ -1,3 +1,6 @@
+// The texts of a certificate between CERT_Load and CERT_Unload. policyIds is GetCertPolicyID, on the main
+// toolkit's side GetCertPolicy_PolicyID.
+
 #include "ToolkitLibrary.h"
 
 #include "samplepki/Authority.h"

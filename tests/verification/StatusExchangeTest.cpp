@@ -15,17 +15,6 @@ namespace {
 constexpr const char* idNumber = "1234561234567";
 const Bytes keyRandom = fromHex("0102030405060708090a0b0c0d0e0f1011121314");
 
-/** Bytes that are no request, no response and no certificate, among them cut and foreign ones. */
-std::vector<Bytes> damaged(const Bytes& good, const Bytes& foreign)
-{
-    return {"x",
-            Bytes(100, '\xff'),
-            fromHex("3000"),
-            good.substr(0, good.size() / 2),
-            good.substr(0, good.size() - 1),
-            foreign};
-}
-
 } // namespace
 
 class StatusExchange : public PublishedPki
@@ -210,16 +199,16 @@ TEST_P(StatusExchange, BadInputIsToldAndChangesNothing)
     ASSERT_EQ(make(certificate), 0);
     const Bytes good = request;
     const Bytes answer = answerGood(good, {m_ca->certificate(), testKey(1)});
-    for (const Bytes& bytes : damaged(good, answer)) {
+    for (const Bytes& bytes : damagedForms(good, answer)) {
         EXPECT_EQ(send("http://127.0.0.1:1/", certificate, bytes), number(Code::OcspRequestDamaged));
         EXPECT_EQ(response, "before");
         EXPECT_EQ(verifyResponse(bytes, answer), number(Code::OcspRequestDamaged));
     }
-    for (const Bytes& bytes : damaged(answer, good)) {
+    for (const Bytes& bytes : damagedForms(answer, good)) {
         EXPECT_EQ(verifyResponse(good, bytes), number(Code::ReplyDamaged));
         EXPECT_EQ(responder, "before");
     }
-    for (const Bytes& bytes : damaged(certificate, good)) {
+    for (const Bytes& bytes : damagedForms(certificate, good)) {
         EXPECT_EQ(make(bytes), number(Code::CertListDamaged));
         EXPECT_EQ(request, "before");
     }

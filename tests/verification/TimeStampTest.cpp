@@ -18,17 +18,6 @@ constexpr const char* content = "what is stamped";
 constexpr const char* contentHash = "1db8eae50d1da1e143ed5e564a7c86de5affe7d638b99f24f2fbbcb684e6e86a";
 constexpr char finalResponse = 5;
 
-/** Bytes that are none of the structures, among them cut and foreign ones. */
-std::vector<Bytes> damaged(const Bytes& good, const Bytes& foreign)
-{
-    return {"x",
-            Bytes(100, '\xff'),
-            fromHex("3000"),
-            good.substr(0, good.size() / 2),
-            good.substr(0, good.size() - 1),
-            foreign};
-}
-
 } // namespace
 
 class TimeStamps : public PublishedPki
@@ -218,14 +207,14 @@ TEST_P(TimeStamps, BadInputIsToldAndChangesNothing)
     const Bytes goodToken = token;
     const Bytes goodResponse = server.responseTo(request);
     const Bytes goodRequest = request;
-    for (const Bytes& bytes : damaged(goodToken, goodResponse))
+    for (const Bytes& bytes : damagedForms(goodToken, goodResponse))
         EXPECT_EQ(verifyToken(content, bytes), number(Code::StampDamaged));
-    for (const Bytes& bytes : damaged(goodResponse, goodRequest)) {
+    for (const Bytes& bytes : damagedForms(goodResponse, goodRequest)) {
         EXPECT_EQ(verifyResponse(bytes), number(Code::ReplyDamaged));
         EXPECT_EQ(token, "before");
         EXPECT_EQ(signer, "before");
     }
-    for (const Bytes& bytes : damaged(goodRequest, goodResponse)) {
+    for (const Bytes& bytes : damagedForms(goodRequest, goodResponse)) {
         EXPECT_EQ(send("127.0.0.1", server.port(), bytes), number(Code::StampRequestDamaged));
         EXPECT_EQ(response, "before");
     }

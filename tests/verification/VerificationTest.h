@@ -28,3 +28,14 @@ protected:
     int verify(const samplepki::Bytes& certificate, const std::string& policies = {},
                int certificateType = 1);
 };
+
+/** Bytes that are no structure of a kind, among them a good one that is cut, and one of another kind. */
+inline std::vector<std::string> damagedForms(const std::string& good, const std::string& foreign)
+{
+    return {"x",
+            std::string(100, '\xff'),
+            samplepki::fromHex("3000"),
+            good.substr(0, good.size() / 2),
+            good.substr(0, good.size() - 1),
+            foreign};
+}

@@ -1,5 +1,7 @@
 #include "toolkit/core/OcspMessages.h"
 
+#include "toolkit/core/PathValidation.h"
+
 namespace qgtk {
 
 namespace {
@@ -60,14 +62,7 @@ OcspAnswerHandle openOcspResponse(ByteView der)
 
 bool checkOcspAnswer(Context& context, const X509Stack& path, OCSP_REQUEST* request, OCSP_BASICRESP* answer)
 {
-    // The path is trusted by now; its own certificates are the anchors of the answer's signer.
-    const auto store = owned<StoreHandle>(X509_STORE_new());
-    for (int i = 0; i < sk_X509_num(path.get()); ++i)
-        X509_STORE_add_cert(store.get(), sk_X509_value(path.get(), i));
-    X509_VERIFY_PARAM* parameters = X509_STORE_get0_param(store.get());
-    X509_VERIFY_PARAM_set_flags(parameters, X509_V_FLAG_PARTIAL_CHAIN);
-    if (context.verifySettings.time)
-        X509_VERIFY_PARAM_set_time(parameters, *context.verifySettings.time);
+    const StoreHandle store = anchoredOn(context, path);
     require(OCSP_basic_verify(answer, path.get(), store.get(), 0) == 1, Code::OcspUntrusted);
     constexpr int differs = 0;
     constexpr int equals = 1;

@@ -79,4 +79,17 @@ std::optional<PathFailure> runPath(Context& context, const PathRun& run, X509Sta
     return std::nullopt;
 }
 
+StoreHandle anchoredOn(const Context& context, const X509Stack& path)
+{
+    auto store = owned<StoreHandle>(X509_STORE_new());
+    for (int i = 0; i < sk_X509_num(path.get()); ++i)
+        if (X509_STORE_add_cert(store.get(), sk_X509_value(path.get(), i)) != 1)
+            throw std::bad_alloc();
+    X509_VERIFY_PARAM* parameters = X509_STORE_get0_param(store.get());
+    X509_VERIFY_PARAM_set_flags(parameters, X509_V_FLAG_PARTIAL_CHAIN);
+    if (context.verifySettings.time)
+        X509_VERIFY_PARAM_set_time(parameters, *context.verifySettings.time);
+    return store;
+}
+
 } // namespace qgtk

@@ -32,4 +32,10 @@ struct PathRun
  */
 std::optional<PathFailure> runPath(Context& context, const PathRun& run, X509Stack& path);
 
+/**
+ * A store whose anchors are the certificates of a path that is trusted by now, at the context's reference
+ * time: for OpenSSL's functions that verify a signer themselves.
+ */
+StoreHandle anchoredOn(const Context& context, const X509Stack& path);
+
 } // namespace qgtk

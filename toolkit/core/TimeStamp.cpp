@@ -9,6 +9,7 @@
 #include "toolkit/core/Names.h"
 #include "toolkit/core/Oid.h"
 #include "toolkit/core/OwnContext.h"
+#include "toolkit/core/PathValidation.h"
 #include "toolkit/core/Verification.h"
 
 namespace qgtk {
@@ -98,14 +99,7 @@ Bytes checkSignature(Context& context, PKCS7* token)
     Bytes der = derOf(signer.get());
     ServerAccess servers(context);
     const X509Stack path = validPath(context, servers, der, {});
-    // The path is trusted by now; its own certificates are the anchors.
-    const auto store = owned<StoreHandle>(X509_STORE_new());
-    for (int i = 0; i < sk_X509_num(path.get()); ++i)
-        X509_STORE_add_cert(store.get(), sk_X509_value(path.get(), i));
-    X509_VERIFY_PARAM* parameters = X509_STORE_get0_param(store.get());
-    X509_VERIFY_PARAM_set_flags(parameters, X509_V_FLAG_PARTIAL_CHAIN);
-    if (context.verifySettings.time)
-        X509_VERIFY_PARAM_set_time(parameters, *context.verifySettings.time);
+    const StoreHandle store = anchoredOn(context, path);
     require(TS_RESP_verify_signature(token, path.get(), store.get(), nullptr) == 1, Code::StampUntrusted);
     return der;
 }
