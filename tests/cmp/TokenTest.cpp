@@ -67,6 +67,13 @@ protected:
         return certificate.bytes();
     }
 
+    /** Writes a pair to the token. */
+    void put(const Issued& pair)
+    {
+        BinString certificate(library, pair.certificate), key(library, pair.key);
+        ASSERT_EQ(call("PKCS11_WriteCertAndPriKey", &certificate, &key), 0) << errorText();
+    }
+
     /** That the pair with an identifier is one, and of the holder. */
     void expectPair(BinString& id)
     {
@@ -192,10 +199,8 @@ TEST_P(CmpTokens, CertificatesAreRevoked)
 {
     const Issued signs = issued(2, samplepki::SigningUse, "77");
     const Issued manages = issued(5, samplepki::EnvelopeUse, "78");
-    for (const Issued& pair : {signs, manages}) {
-        BinString certificate(library, pair.certificate), key(library, pair.key);
-        ASSERT_EQ(call("PKCS11_WriteCertAndPriKey", &certificate, &key), 0) << errorText();
-    }
+    put(signs);
+    put(manages);
     BinString signing(library, testKey(2).identifier()), management(library, testKey(5).identifier());
     authority.secret.clear();
     const auto revoke = [&](int reason) {
@@ -206,6 +211,21 @@ TEST_P(CmpTokens, CertificatesAreRevoked)
     EXPECT_EQ(askedBy(authority.request(0)).serial, serialOf(manages.certificate));
     EXPECT_EQ(askedBy(authority.request(1)).serial, serialOf(signs.certificate));
     EXPECT_EQ(revoke(7), number(Code::BadArgument));
+}
+
+TEST_P(CmpTokens, KeysThatMayNotSignGetNoNewCertificateButNewKeysDo)
+{
+    put(issued(2, samplepki::SigningUse, "77"));
+    put(issued(5, samplepki::EnvelopeUse, "78"));
+    BinString signing(library, testKey(2).identifier()), management(library, testKey(5).identifier());
+    authority.secret.clear();
+    const std::string before = objects();
+    EXPECT_EQ(update(false, signing, management), number(Code::KeyUnsuitable));
+    EXPECT_EQ(objects(), before);
+    EXPECT_TRUE(authority.bodies().empty());
+    ASSERT_EQ(update(true, signing, management), 0) << errorText();
+    expectPair(signing);
+    expectPair(management);
 }
 
 TEST_P(CmpTokens, WithoutSessionLoginOrPairNothingIsSent)
