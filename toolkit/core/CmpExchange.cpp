@@ -11,6 +11,7 @@
 #include "toolkit/core/CmpRecoveryMessage.h"
 #include "toolkit/core/ErrorQueueKeeper.h"
 #include "toolkit/core/OwnContext.h"
+#include "toolkit/core/PathValidation.h"
 #include "toolkit/core/TcpMessage.h"
 
 namespace qgtk {
@@ -57,16 +58,13 @@ int acceptServer(int accepted, X509_STORE_CTX* run)
     return 0;
 }
 
-StoreHandle anchoredAt(X509* authority, const VerifySettings& settings)
+/** A store that trusts an authority alone; nobody for null. */
+StoreHandle anchoredAt(const Context& context, X509* authority)
 {
-    StoreHandle store = owned<StoreHandle>(X509_STORE_new());
+    const X509Stack anchors = owned<X509Stack>(sk_X509_new_null());
     if (authority)
-        requireSet(X509_STORE_add_cert(store.get(), authority));
-    X509_VERIFY_PARAM* parameters = X509_STORE_get0_param(store.get());
-    X509_VERIFY_PARAM_set_flags(parameters, X509_V_FLAG_PARTIAL_CHAIN);
-    if (settings.time)
-        X509_VERIFY_PARAM_set_time(parameters, *settings.time);
-    return store;
+        push(anchors, authority);
+    return anchoredOn(context, anchors);
 }
 
 /** Whether an OpenSSL function on this thread gave one of some reasons for its failure. */
@@ -269,7 +267,7 @@ Bytes CmpExchange::send(ByteView message)
 
 void CmpExchange::prepare(OSSL_CMP_CTX* handle) const
 {
-    StoreHandle servers = anchoredAt(m_authority.get(), m_context.verifySettings);
+    StoreHandle servers = anchoredAt(m_context, m_authority.get());
     X509_STORE_set_verify_cb(servers.get(), acceptServer);
     requireSet(OSSL_CMP_CTX_set0_trustedStore(handle, servers.get()));
     static_cast<void>(servers.release());
@@ -315,7 +313,7 @@ void CmpExchange::perform(Run& run, const RunFunction& session)
 
 CmpIssued CmpExchange::request(const CmpWish& wish)
 {
-    Run run{*this, &wish, anchoredAt(m_authority.get(), m_context.verifySettings)};
+    Run run{*this, &wish, anchoredAt(m_context, m_authority.get())};
     CmpIssued issued;
     perform(run, [&](OSSL_CMP_CTX* handle) {
         EVP_PKEY_up_ref(wish.key.get());
