@@ -167,6 +167,29 @@ TEST_P(TokenMessage, OptionsOfMessagesHold)
     EXPECT_EQ(verify(read("SignData", rsaId, content)).code, number(Code::SignerCertMissing));
 }
 
+TEST_P(TokenMessage, SigningRefusesWhatIsMissing)
+{
+    const int bad = number(Code::BadArgument);
+    const BINSTR none = {};
+    const auto nothing = static_cast<BINSTR*>(nullptr);
+    BinString id(library, rsaId);
+    BinString data(library, content);
+    EXPECT_EQ(token("SignData", nothing, &data, &data), bad);
+    EXPECT_EQ(token("SignData", &none, &data, &data), bad);
+    EXPECT_EQ(token("SignData", &id, nothing, &data), bad);
+    EXPECT_EQ(token("SignData", &id, &none, &data), bad);
+    EXPECT_EQ(token("SignData", &id, &data, nothing), bad);
+    EXPECT_EQ(data.bytes(), content);
+    EXPECT_EQ(read("SignData", "none", content), refused(Code::TokenObjectMissing));
+    ASSERT_EQ(call("API_SetHashAlgo", QG_HASH_SHA3_256 + 0), 0);
+    EXPECT_EQ(read("SignData", curveId, content), refused(Code::KeyUnsuitable)) << "SHA-3 is for RSA";
+    EXPECT_EQ(verify(read("SignData", rsaId, content)).code, 0);
+    ASSERT_EQ(token("Logout"), 0);
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::TokenLoggedOut));
+    ASSERT_EQ(token("CloseSession"), 0);
+    EXPECT_EQ(read("SignData", rsaId, content), refused(Code::NoTokenSession));
+}
+
 TEST_P(ZrtkTokenMessage, SignsWithPssByBareRsa)
 {
     ASSERT_EQ(call("CRYPT_SetRSAVersion", int(QG_RSA_V2)), 0);

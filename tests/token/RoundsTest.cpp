@@ -1,7 +1,9 @@
-// What must hold over many calls on a token: nothing of ours grows.
+// What must hold over many calls on a token and at once: nothing of ours grows, contexts don't meet.
 //
 // SoftHSM itself keeps a few hundred bytes of every object that is deleted, as the secrets of agreements are,
 // until it is ended. So each round ends it.
+
+#include <thread>
 
 #include "MemoryDirectory.h"
 #include "MemoryGrowth.h"
@@ -110,4 +112,33 @@ TEST_P(TokenRounds, SessionsAndPairsLeaveNothing)
         EXPECT_EQ(token("ChangePIN", text(userPin), text("654321")), 0);
         EXPECT_EQ(token("ChangePIN", text("654321"), text(userPin)), 0);
     });
+}
+
+TEST_P(TokenRounds, TwoContextsOnTwoThreadsDoNotMeet)
+{
+    const auto work = [this](const std::string& id) {
+        void* own = nullptr;
+        ASSERT_EQ(library.callBare("API_Init", &own, text(workDirectory)), 0);
+        ASSERT_EQ(library.callBare("MEDIA_Load", own, text(QGTK_SOFTHSM_FILE)), 0);
+        ASSERT_EQ(library.callBare("PKCS11_OpenSessionWithSlotID", own, slot, text(userPin), 0), 0);
+        Passed<std::string> key(id);
+        Passed<std::string> data(content);
+        Passed<std::string> message(sealed);
+        for (int i = 0; i < memory_growth::rounds() / 10; ++i) {
+            BinString signedMessage(library);
+            BinString opened(library);
+            BinString verified(library);
+            int count = 0;
+            EXPECT_EQ(library.callBare("PKCS11_SignData", own, key.get(), data.get(), &signedMessage), 0);
+            EXPECT_EQ(library.callBare("CMS_ProcessSignedData", own, 0, &signedMessage, &verified, &count),
+                      0);
+            EXPECT_EQ(library.callBare("PKCS11_DecryptData", own, key.get(), message.get(), &opened), 0);
+            EXPECT_EQ(opened.bytes(), content);
+        }
+        EXPECT_EQ(library.callBare("API_Finish", own), 0);
+    };
+    std::thread one(work, rsaId);
+    std::thread other(work, curveId);
+    one.join();
+    other.join();
 }
