@@ -5,86 +5,37 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <openssl/evp.h>
-#include <openssl/provider.h>
 #include <quillgate/toolkit.h>
-#include <stdexcept>
 #include <string>
 #include <unistd.h>
 #include <vector>
 
+#include "Cryptography.h"
+
 namespace {
 
-constexpr std::size_t fileLength = 100U << 20;
 constexpr int aes256 = QG_CIPHER_AES256;
 constexpr int sha256 = QG_HASH_SHA256;
 
 std::array<unsigned char, 32> key{1, 2, 3};
 std::array<unsigned char, 16> iv{4, 5, 6};
 
-/** Files in memory: what is measured is the work, not a disk. Gone at the end. */
-class Files
+/** What OpenSSL alone works with, fetched once. */
+class Fetched : public BareOpenSsl
 {
 public:
-    Files()
-    {
-        const int file = open(source.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        const std::vector<char> piece(1U << 20, 'x');
-        for (std::size_t written = 0; written < fileLength; written += piece.size())
-            if (write(file, piece.data(), piece.size()) != static_cast<ssize_t>(piece.size()))
-                throw std::runtime_error("/dev/shm is full");
-        close(file);
-    }
-    ~Files()
-    {
-        unlink(source.c_str());
-        unlink(target.c_str());
-    }
-    Files(const Files&) = delete;
-    Files& operator=(const Files&) = delete;
-
-    std::string source = "/dev/shm/quillgate-bench-source";
-    std::string target = "/dev/shm/quillgate-bench-target";
-};
-
-/** A context of the open toolkit. */
-class Toolkit
-{
-public:
-    Toolkit()
-    {
-        std::string directory = WORK_DIR;
-        std::string name = "libZRToolkitV30-v3.4.2.20.so";
-        if (ZR_Initalize(&context, 0, directory.data(), name.data()) != 0)
-            throw std::runtime_error("the toolkit does not load");
-    }
-    ~Toolkit() { ZR_Finish(context); }
-    Toolkit(const Toolkit&) = delete;
-    Toolkit& operator=(const Toolkit&) = delete;
-
-    void* context = nullptr;
-};
-
-/** A library context of its own, as the toolkit has one. */
-class BareOpenSsl
-{
-public:
-    BareOpenSsl()
-        : context(OSSL_LIB_CTX_new()), standard(OSSL_PROVIDER_load(context, "default")),
-          cipher(EVP_CIPHER_fetch(context, "AES-256-CBC", nullptr)),
+    Fetched()
+        : cipher(EVP_CIPHER_fetch(context, "AES-256-CBC", nullptr)),
           hash(EVP_MD_fetch(context, "SHA256", nullptr))
     {}
-    ~BareOpenSsl()
+    ~Fetched()
     {
         EVP_MD_free(hash);
         EVP_CIPHER_free(cipher);
-        OSSL_PROVIDER_unload(standard);
-        OSSL_LIB_CTX_free(context);
     }
-    BareOpenSsl(const BareOpenSsl&) = delete;
-    BareOpenSsl& operator=(const BareOpenSsl&) = delete;
+    Fetched(const Fetched&) = delete;
+    Fetched& operator=(const Fetched&) = delete;
 
-    OSSL_LIB_CTX* context;
-    OSSL_PROVIDER* standard;
     EVP_CIPHER* cipher;
     EVP_MD* hash;
 };
@@ -102,8 +53,8 @@ void readPieces(const std::string& path, Take&& take)
 
 void FloorHashFile(benchmark::State& state)
 {
-    const Files files;
-    const BareOpenSsl bare;
+    const LargeFiles files;
+    const Fetched bare;
     for (auto _ : state) {
         unsigned char digest[EVP_MAX_MD_SIZE];
         EVP_MD_CTX* run = EVP_MD_CTX_new();
@@ -119,7 +70,7 @@ void FloorHashFile(benchmark::State& state)
 
 void HashFile(benchmark::State& state)
 {
-    Files files;
+    LargeFiles files;
     const Toolkit toolkit;
     for (auto _ : state) {
         BINSTR digest = {};
@@ -132,8 +83,8 @@ void HashFile(benchmark::State& state)
 /** Writes as the toolkit does: a temporary file, flushed, that takes the target's place. */
 void FloorEncryptFile(benchmark::State& state)
 {
-    const Files files;
-    const BareOpenSsl bare;
+    const LargeFiles files;
+    const Fetched bare;
     const std::string temporary = files.target + "-temporary";
     std::vector<unsigned char> encrypted((128U << 10) + EVP_MAX_BLOCK_LENGTH);
     for (auto _ : state) {
@@ -160,7 +111,7 @@ void FloorEncryptFile(benchmark::State& state)
 
 void EncryptFile(benchmark::State& state)
 {
-    Files files;
+    LargeFiles files;
     const Toolkit toolkit;
     BINSTR keyRecord{key.data(), static_cast<int>(key.size())};
     BINSTR ivRecord{iv.data(), static_cast<int>(iv.size())};
@@ -173,7 +124,7 @@ void EncryptFile(benchmark::State& state)
 
 void FloorHash(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const Fetched bare;
     const std::vector<unsigned char> data(1024, 'x');
     for (auto _ : state) {
         unsigned char digest[EVP_MAX_MD_SIZE];

@@ -2,21 +2,18 @@
 // files.
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
 #include <openssl/cms.h>
-#include <openssl/provider.h>
 #include <quillgate/toolkit.h>
 #include <samplepki/Authority.h>
-#include <stdexcept>
 #include <string>
-#include <unistd.h>
 #include <vector>
+
+#include "Cryptography.h"
 
 namespace {
 
 using samplepki::Bytes;
 
-constexpr std::size_t fileLength = 100U << 20;
 constexpr std::size_t shortLength = 1U << 10;
 constexpr unsigned anyUse = samplepki::SigningUse | samplepki::EnvelopeUse;
 
@@ -43,61 +40,10 @@ const Holder& holder()
     return made;
 }
 
-BINSTR record(const Bytes& bytes)
-{
-    return {reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data())),
-            static_cast<int>(bytes.size())};
-}
-
-/** A context of the open toolkit. */
-class Toolkit
+/** What OpenSSL alone does with messages; the holder is decoded anew for each. */
+class BareMessages : public BareOpenSsl
 {
 public:
-    Toolkit()
-    {
-        std::string library = ZRTK_FILE;
-        std::string name = library.substr(library.rfind('/') + 1);
-        std::string directory = library.substr(0, library.rfind('/'));
-        if (ZR_Initalize(&context, 0, directory.data(), name.data()) != 0)
-            throw std::runtime_error("the toolkit is not loaded");
-    }
-    ~Toolkit() { ZR_Finish(context); }
-    Toolkit(const Toolkit&) = delete;
-    Toolkit& operator=(const Toolkit&) = delete;
-
-    void* context = nullptr;
-};
-
-/** A library context of its own, as the toolkit has one, and the holder in it, decoded anew for each message.
- */
-class BareOpenSsl
-{
-public:
-    BareOpenSsl() : context(OSSL_LIB_CTX_new()), standard(OSSL_PROVIDER_load(context, "default")) {}
-    ~BareOpenSsl()
-    {
-        OSSL_PROVIDER_unload(standard);
-        OSSL_LIB_CTX_free(context);
-    }
-    BareOpenSsl(const BareOpenSsl&) = delete;
-    BareOpenSsl& operator=(const BareOpenSsl&) = delete;
-
-    X509* certificate() const
-    {
-        X509* decoded = X509_new_ex(context, nullptr);
-        const auto* position = reinterpret_cast<const unsigned char*>(holder().certificate.data());
-        d2i_X509(&decoded, &position, static_cast<long>(holder().certificate.size()));
-        return decoded;
-    }
-    EVP_PKEY* key() const
-    {
-        const auto* position = reinterpret_cast<const unsigned char*>(holder().key.data());
-        PKCS8_PRIV_KEY_INFO* plain =
-            d2i_PKCS8_PRIV_KEY_INFO(nullptr, &position, static_cast<long>(holder().key.size()));
-        EVP_PKEY* decoded = EVP_PKCS82PKEY_ex(plain, context, nullptr);
-        PKCS8_PRIV_KEY_INFO_free(plain);
-        return decoded;
-    }
     /** Reads a message from a source and frees the source. */
     CMS_ContentInfo* message(BIO* source) const
     {
@@ -108,8 +54,8 @@ public:
     }
     void sign(BIO* content, BIO* target, unsigned flags) const
     {
-        X509* own = certificate();
-        EVP_PKEY* ownKey = key();
+        X509* own = certificate(holder().certificate);
+        EVP_PKEY* ownKey = key(holder().key);
         CMS_ContentInfo* message =
             CMS_sign_ex(own, ownKey, nullptr, content, CMS_BINARY | CMS_NOSMIMECAP | flags, context, nullptr);
         i2d_CMS_bio_stream(target, message, content, static_cast<int>(CMS_BINARY | flags));
@@ -128,7 +74,7 @@ public:
     void encrypt(BIO* content, BIO* target, unsigned flags) const
     {
         STACK_OF(X509)* recipients = sk_X509_new_null();
-        sk_X509_push(recipients, certificate());
+        sk_X509_push(recipients, certificate(holder().certificate));
         EVP_CIPHER* cipher = EVP_CIPHER_fetch(context, "AES-256-CBC", nullptr);
         CMS_ContentInfo* message =
             CMS_encrypt_ex(recipients, content, cipher, CMS_BINARY | flags, context, nullptr);
@@ -139,8 +85,8 @@ public:
     }
     bool decrypt(BIO* source, BIO* target) const
     {
-        X509* own = certificate();
-        EVP_PKEY* ownKey = key();
+        X509* own = certificate(holder().certificate);
+        EVP_PKEY* ownKey = key(holder().key);
         CMS_ContentInfo* decoded = message(source);
         const bool right = CMS_decrypt(decoded, ownKey, own, nullptr, target, CMS_BINARY) == 1;
         CMS_ContentInfo_free(decoded);
@@ -148,35 +94,6 @@ public:
         X509_free(own);
         return right;
     }
-
-    OSSL_LIB_CTX* context;
-    OSSL_PROVIDER* standard;
-};
-
-/** Files in memory: what is measured is the work, not a disk. Gone at the end. */
-class Files
-{
-public:
-    Files()
-    {
-        const int file = open(source.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        const std::vector<char> piece(1U << 20, 'x');
-        for (std::size_t written = 0; written < fileLength; written += piece.size())
-            if (write(file, piece.data(), piece.size()) != static_cast<ssize_t>(piece.size()))
-                throw std::runtime_error("/dev/shm is full");
-        close(file);
-    }
-    ~Files()
-    {
-        for (const std::string& path : {source, message, target})
-            unlink(path.c_str());
-    }
-    Files(const Files&) = delete;
-    Files& operator=(const Files&) = delete;
-
-    std::string source = "/dev/shm/quillgate-bench-content";
-    std::string message = "/dev/shm/quillgate-bench-message";
-    std::string target = "/dev/shm/quillgate-bench-opened";
 };
 
 const std::string& shortContent()
@@ -203,7 +120,7 @@ BIO* sourceOf(const Bytes& bytes)
     return BIO_new_mem_buf(bytes.data(), static_cast<int>(bytes.size()));
 }
 
-Bytes bareSigned(const BareOpenSsl& bare)
+Bytes bareSigned(const BareMessages& bare)
 {
     return written([&](BIO* sink) {
         BIO* content = sourceOf(shortContent());
@@ -212,7 +129,7 @@ Bytes bareSigned(const BareOpenSsl& bare)
     });
 }
 
-Bytes bareEnvelope(const BareOpenSsl& bare)
+Bytes bareEnvelope(const BareMessages& bare)
 {
     return written([&](BIO* sink) {
         BIO* content = sourceOf(shortContent());
@@ -244,7 +161,7 @@ void measureFlat(benchmark::State& state, const Toolkit& toolkit, Call&& call)
 
 void FloorSign(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const BareMessages bare;
     measure(state, [&] { return !bareSigned(bare).empty(); });
 }
 
@@ -262,7 +179,7 @@ void Sign(benchmark::State& state)
 
 void FloorVerifyMessage(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const BareMessages bare;
     const Bytes message = bareSigned(bare);
     measure(state, [&] {
         return written([&](BIO* sink) { bare.verify(sourceOf(message), sink); }).size() == shortLength;
@@ -272,7 +189,7 @@ void FloorVerifyMessage(benchmark::State& state)
 void VerifyMessage(benchmark::State& state)
 {
     const Toolkit toolkit;
-    const BareOpenSsl bare;
+    const BareMessages bare;
     const Bytes bytes = bareSigned(bare);
     BINSTR message = record(bytes);
     int signers = 0;
@@ -283,7 +200,7 @@ void VerifyMessage(benchmark::State& state)
 
 void FloorEnvelope(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const BareMessages bare;
     measure(state, [&] { return !bareEnvelope(bare).empty(); });
 }
 
@@ -299,7 +216,7 @@ void Envelope(benchmark::State& state)
 
 void FloorOpen(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const BareMessages bare;
     const Bytes message = bareEnvelope(bare);
     measure(state, [&] {
         return written([&](BIO* sink) { bare.decrypt(sourceOf(message), sink); }).size() == shortLength;
@@ -309,7 +226,7 @@ void FloorOpen(benchmark::State& state)
 void Open(benchmark::State& state)
 {
     const Toolkit toolkit;
-    const BareOpenSsl bare;
+    const BareMessages bare;
     const Bytes bytes = bareEnvelope(bare);
     BINSTR certificate = record(holder().certificate);
     BINSTR key = record(holder().key);
@@ -330,7 +247,7 @@ bool fromTo(const std::string& source, const std::string& target, Run&& run)
     return right;
 }
 
-bool bareSignFile(const BareOpenSsl& bare, const Files& files)
+bool bareSignFile(const BareMessages& bare, const LargeFiles& files)
 {
     return fromTo(files.source, files.message, [&](BIO* content, BIO* sink) {
         bare.sign(content, sink, CMS_STREAM);
@@ -338,7 +255,7 @@ bool bareSignFile(const BareOpenSsl& bare, const Files& files)
     });
 }
 
-bool bareEnvelopeFile(const BareOpenSsl& bare, const Files& files)
+bool bareEnvelopeFile(const BareMessages& bare, const LargeFiles& files)
 {
     return fromTo(files.source, files.message, [&](BIO* content, BIO* sink) {
         bare.encrypt(content, sink, CMS_STREAM);
@@ -348,14 +265,14 @@ bool bareEnvelopeFile(const BareOpenSsl& bare, const Files& files)
 
 void FloorSignFile(benchmark::State& state)
 {
-    const Files files;
-    const BareOpenSsl bare;
+    const LargeFiles files;
+    const BareMessages bare;
     measure(state, [&] { return bareSignFile(bare, files); });
 }
 
 void SignFile(benchmark::State& state)
 {
-    Files files;
+    LargeFiles files;
     const Toolkit toolkit;
     BINSTR certificate = record(holder().certificate);
     BINSTR key = record(holder().key);
@@ -368,8 +285,8 @@ void SignFile(benchmark::State& state)
 
 void FloorVerifyFile(benchmark::State& state)
 {
-    const Files files;
-    const BareOpenSsl bare;
+    const LargeFiles files;
+    const BareMessages bare;
     bareSignFile(bare, files);
     measure(state, [&] {
         return fromTo(files.message, files.target,
@@ -379,9 +296,9 @@ void FloorVerifyFile(benchmark::State& state)
 
 void VerifyFile(benchmark::State& state)
 {
-    Files files;
+    LargeFiles files;
     const Toolkit toolkit;
-    const BareOpenSsl bare;
+    const BareMessages bare;
     bareSignFile(bare, files);
     BINSTR signer = {};
     char time[50] = "";
@@ -395,14 +312,14 @@ void VerifyFile(benchmark::State& state)
 
 void FloorEnvelopeFile(benchmark::State& state)
 {
-    const Files files;
-    const BareOpenSsl bare;
+    const LargeFiles files;
+    const BareMessages bare;
     measure(state, [&] { return bareEnvelopeFile(bare, files); });
 }
 
 void EnvelopeFile(benchmark::State& state)
 {
-    Files files;
+    LargeFiles files;
     const Toolkit toolkit;
     BINSTR certificate = record(holder().certificate);
     measure(state, [&] {
@@ -413,8 +330,8 @@ void EnvelopeFile(benchmark::State& state)
 
 void FloorOpenFile(benchmark::State& state)
 {
-    const Files files;
-    const BareOpenSsl bare;
+    const LargeFiles files;
+    const BareMessages bare;
     bareEnvelopeFile(bare, files);
     measure(state, [&] {
         return fromTo(files.message, files.target,
@@ -424,9 +341,9 @@ void FloorOpenFile(benchmark::State& state)
 
 void OpenFile(benchmark::State& state)
 {
-    Files files;
+    LargeFiles files;
     const Toolkit toolkit;
-    const BareOpenSsl bare;
+    const BareMessages bare;
     bareEnvelopeFile(bare, files);
     BINSTR certificate = record(holder().certificate);
     BINSTR key = record(holder().key);

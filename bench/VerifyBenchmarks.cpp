@@ -6,6 +6,8 @@
 #include <quillgate/toolkit.h>
 #include <samplepki/Authority.h>
 
+#include "Cryptography.h"
+
 namespace {
 
 using samplepki::Bytes;
@@ -37,12 +39,6 @@ const Path& path()
 {
     static const Path made;
     return made;
-}
-
-BINSTR viewOf(const Bytes& bytes)
-{
-    return {reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data())),
-            static_cast<int>(bytes.size())};
 }
 
 X509* parse(OSSL_LIB_CTX* context, const Bytes& der)
@@ -83,9 +79,9 @@ void Verify(benchmark::State& state)
     void* context = nullptr;
     char directory[] = WORK_DIR;
     char library[] = "libZRToolkitV30-v3.4.2.20.so";
-    BINSTR root = viewOf(path().root);
-    BINSTR ca = viewOf(path().ca);
-    BINSTR leaf = viewOf(path().leaf);
+    BINSTR root = record(path().root);
+    BINSTR ca = record(path().ca);
+    BINSTR leaf = record(path().leaf);
     if (ZR_Initalize(&context, 0, directory, library) != 0 || ZR_SetCaPubs(context, &ca) != 0 ||
         CertAddTrustedCert(context, &root) != 0 ||
         CertSetVerifyEnv(context, 0, 0, false, nullptr, nullptr) != 0)
