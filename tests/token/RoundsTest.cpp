@@ -23,7 +23,8 @@ protected:
     void SetUp() override
     {
         // SoftHSM flushes what it writes to its medium, which is not what is looked at here.
-        tokens = memory.path();
+        tokens = memory.path() / "tokens";
+        std::filesystem::create_directory(tokens);
         TokenTest::SetUp();
         makeOpenToken();
         ASSERT_EQ(write({hong().certificate, hong().key}), 0);
