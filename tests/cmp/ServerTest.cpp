@@ -6,6 +6,7 @@
 #include "TimeStampServer.h"
 
 using qgtk::Code;
+using samplepki::Bytes;
 
 class CmpServers : public CmpTest
 {
@@ -109,6 +110,21 @@ TEST_P(CmpServers, ChangedAnswersAreNotBelieved)
     });
     for (place = 20; place < 400; place += 97)
         EXPECT_NE(codeAt(changing.port()), 0) << place;
+    const std::string whole = authority.lastReply();
+    std::string reply;
+    const RawServer cutting([&](int client) {
+        readHttpBody(client);
+        answerAndEnd(client, httpReply(reply));
+    });
+    for (const std::string& wrong : {std::string(), whole.substr(0, 1), whole.substr(0, whole.size() / 2),
+                                     whole.substr(0, whole.size() - 1), whole + "x", noise(2000),
+                                     Bytes("\x30\x80\x00\x00", 4), Bytes("\x30\x84\x7f\xff\xff\xff", 6)}) {
+        reply = wrong;
+        const int code = codeAt(cutting.port());
+        EXPECT_THAT(code, testing::AnyOf(number(Code::ReplyDamaged), number(Code::ServerRefused),
+                                         number(Code::ReplyTooLarge)))
+            << wrong.size();
+    }
 }
 
 TEST_P(CmpServers, AreNotAskedWithArgumentsOfNoUse)
