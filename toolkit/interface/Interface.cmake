@@ -11,5 +11,9 @@ function(qgtk_interface target)
   set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME "${LIBRARY_FILE}" SUFFIX ".so"
     LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/toolkit" LINK_DEPENDS "${script}")
   target_link_libraries(${target} PRIVATE qgtk_core)
-  target_link_options(${target} PRIVATE "-Wl,--version-script=${script}" -Wl,--no-undefined)
+  target_link_options(${target} PRIVATE "-Wl,--version-script=${script}")
+  # The sanitizers of clang leave their own functions to the program.
+  if(NOT QUILLGATE_SANITIZE OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
 endfunction()
