@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Style checks: formatting, the project's own rules, the pages of the interface, and the linter over every source
-# of the release build.
+# Style checks: formatting, the project's own rules, the pages of the interface, the list of operations, and the linter over
+# every source of the release build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -26,5 +26,8 @@ if [ -n "$undescribed" ]; then
 fi
 mkdir -p build
 doxygen docs/Doxyfile
+
+# What the wrappers call, the toolkit exports, the manual lists and the tests mention is one.
+./scripts/toolkit-symbols.sh
 
 ./scripts/tidy.sh "$@"
