@@ -121,9 +121,12 @@ std::vector<std::string> responderCommand(const std::string& index, const sample
 
 ServerProgram::ServerProgram(const std::vector<std::string>& arguments, int port)
 {
+    // The server ends with the test, also when that is killed.
+    std::vector<std::string> words = {"setpriv", "--pdeathsig", "KILL"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> list;
-    for (const std::string& argument : arguments)
-        list.push_back(const_cast<char*>(argument.c_str()));
+    for (std::string& word : words)
+        list.push_back(word.data());
     list.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -132,7 +135,7 @@ ServerProgram::ServerProgram(const std::vector<std::string>& arguments, int port
     const int failed = posix_spawnp(&m_child, list[0], &actions, nullptr, list.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (failed)
-        throw std::runtime_error(arguments.front() + " is not installed");
+        throw std::runtime_error("setpriv is not installed");
     constexpr int stepMilliseconds = 20;
     while (!isListenedAt(port)) {
         if (waitpid(m_child, nullptr, WNOHANG) == m_child)
