@@ -17,7 +17,7 @@ constexpr bool sanitized = false;
 #endif
 
 /**
- * Rounds of an operation: enough that half a kilobyte forgotten in each is above the noise. QUILLGATE_ROUNDS
+ * Rounds of an operation: enough that a kilobyte forgotten in each is above the noise. QUILLGATE_ROUNDS
  * asks for more, which tell smaller losses. A sanitizer needs few, for it reports what is left by itself.
  */
 inline int rounds()
@@ -25,7 +25,7 @@ inline int rounds()
     const char* asked = std::getenv("QUILLGATE_ROUNDS");
     if (asked)
         return std::atoi(asked);
-    return sanitized ? 30 : 500;
+    return sanitized ? 30 : 250;
 }
 
 /** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. */
