@@ -71,6 +71,22 @@ TEST_P(EnvelopedMessage, OpensslOpensEachCipherAndKey)
     }
 }
 
+TEST_P(OwnEnvelopedMessage, IsEncryptedAnewEachTimeWhetherAskedOrNot)
+{
+    constexpr std::size_t twoBlocks = 32; // of encrypted content, which stands last
+    for (const bool asked : {false, true}) {
+        if (asked) {
+            ASSERT_EQ(call("CRYPT_SetEnvChangeIV"), 0);
+        }
+        const Answer first = envelope(hong().certificate, content, QG_CIPHER_AES256);
+        const Answer second = envelope(hong().certificate, content, QG_CIPHER_AES256);
+        ASSERT_GT(std::min(first.bytes.size(), second.bytes.size()), twoBlocks);
+        EXPECT_NE(first.bytes.substr(first.bytes.size() - twoBlocks),
+                  second.bytes.substr(second.bytes.size() - twoBlocks));
+        EXPECT_EQ(open(hong(), second.bytes).bytes, content);
+    }
+}
+
 TEST_P(EnvelopedMessage, OfOpensslIsOpened)
 {
     for (const auto& [cipher, name] : ciphers) {
