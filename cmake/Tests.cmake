@@ -63,6 +63,6 @@ function(quillgate_test name)
   add_test(NAME ${name} COMMAND ${name} ${TEST_ARGUMENTS})
   list(JOIN TEST_PRELOAD ":" preload)
   # The sanitizer's run-time library is found after the preloaded ones, which is harmless here.
-  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900 ENVIRONMENT
     "LD_PRELOAD=${NSS_WRAPPER}:${preload};ASAN_OPTIONS=verify_asan_link_order=0:detect_stack_use_after_return=1;UBSAN_OPTIONS=print_stacktrace=1;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp;LC_ALL=C.UTF-8;TZ=Asia/Seoul;${TEST_ENVIRONMENT}")
 endfunction()

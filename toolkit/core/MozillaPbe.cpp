@@ -1,6 +1,7 @@
 #include "toolkit/core/MozillaPbe.h"
 
 #include <nettle/md2.h>
+#include <openssl/sha.h>
 
 #include "toolkit/core/AlgorithmParameters.h"
 #include "toolkit/core/Errors.h"
@@ -12,24 +13,24 @@ namespace {
 constexpr std::size_t desKeyLength = 8;
 constexpr std::size_t desIvLength = 8;
 
-/** Digests the digest of some bytes again and again. */
+/** Digests some bytes, and the digest again and again, in one place: there are hundreds of thousands of
+ * rounds. */
 template <typename Digest>
-SecretBytes repeated(SecretBytes bytes, int iterations, Digest&& digest)
+SecretBytes repeated(ByteView bytes, std::size_t length, int iterations, Digest&& digest)
 {
+    SecretBytes result(length);
     for (int i = 0; i < iterations; ++i)
-        bytes = digest(bytes);
-    return bytes;
+        digest(i == 0 ? bytes : ByteView(result), result.data());
+    return result;
 }
 
-SecretBytes md2(ByteView bytes)
+void md2(ByteView bytes, std::uint8_t* digest)
 {
-    SecretBytes digest(MD2_DIGEST_SIZE);
     md2_ctx run;
     md2_init(&run);
     md2_update(&run, bytes.size(), bytes.data());
-    md2_digest(&run, digest.size(), digest.data());
+    md2_digest(&run, MD2_DIGEST_SIZE, digest);
     OPENSSL_cleanse(&run, sizeof run);
-    return digest;
 }
 
 int nidOf(const X509_ALGOR* algorithm)
@@ -58,14 +59,12 @@ CipherSetup mozillaSetup(const Crypto& crypto, const X509_ALGOR* algorithm, Byte
     source.insert(source.end(), salt.begin(), salt.end());
     SecretBytes digest;
     if (isMozillaOnly(algorithm))
-        digest = repeated(std::move(source), iterations, md2);
+        digest = repeated(source, MD2_DIGEST_SIZE, iterations, md2);
     else {
         const DigestHandle sha1 = crypto.digest("SHA1");
-        digest = repeated(std::move(source), iterations, [&](ByteView bytes) {
-            SecretBytes result(static_cast<std::size_t>(EVP_MD_get_size(sha1.get())));
-            require(EVP_Digest(bytes.data(), bytes.size(), result.data(), nullptr, sha1.get(), nullptr) == 1,
+        digest = repeated(source, SHA_DIGEST_LENGTH, iterations, [&](ByteView bytes, std::uint8_t* result) {
+            require(EVP_Digest(bytes.data(), bytes.size(), result, nullptr, sha1.get(), nullptr) == 1,
                     Code::CryptoUnavailable);
-            return result;
         });
     }
     return {crypto.cipher("DES-CBC"), SecretBytes(digest.begin(), digest.begin() + desKeyLength),
