@@ -100,14 +100,15 @@ Bytes exchange(const Address& address, const Message& message, const Deadline& d
                std::string& redirection)
 {
     Connection connection(address.host, address.port, deadline.sooner(connectSeconds));
+    const int seconds = deadline.seconds();
+    require(seconds > 0, Code::ServerTimeout); // 0 would be no limit
     const auto socket = owned<BioHandle>(BIO_new_socket(connection.get(), BIO_NOCLOSE));
     const BioHandle body = bodyOf(message);
-    const auto run = owned<ExchangeHandle>(OSSL_HTTP_open(address.host.c_str(), address.port.c_str(), nullptr,
-                                                          nullptr, 0, socket.get(), socket.get(), nullptr,
-                                                          nullptr, 0, deadline.seconds()));
-    const bool set =
-        OSSL_HTTP_set1_request(run.get(), address.path.c_str(), nullptr, message.contentType, body.get(),
-                               nullptr, 1, maxReplyLength, deadline.seconds(), 0) == 1;
+    const auto run =
+        owned<ExchangeHandle>(OSSL_HTTP_open(address.host.c_str(), address.port.c_str(), nullptr, nullptr, 0,
+                                             socket.get(), socket.get(), nullptr, nullptr, 0, seconds));
+    const bool set = OSSL_HTTP_set1_request(run.get(), address.path.c_str(), nullptr, message.contentType,
+                                            body.get(), nullptr, 1, maxReplyLength, seconds, 0) == 1;
     require(set, Code::UrlRefused);
     return receive(run.get(), !message.contentType, deadline, redirection);
 }
