@@ -5,7 +5,6 @@
 #include <openssl/crypto.h>
 #include <openssl/provider.h>
 
-#include "TokenSpy.h"
 #include "TokenTest.h"
 
 using qgtk::Code;
@@ -47,17 +46,6 @@ protected:
         const std::unique_ptr<void, int (*)(void*)> module(dlopen(QGTK_SOFTHSM_FILE, RTLD_NOW), dlclose);
         const auto close = reinterpret_cast<CK_C_CloseAllSessions>(dlsym(module.get(), "C_CloseAllSessions"));
         ASSERT_EQ(close(slots().front()), CKR_OK);
-    }
-
-    /** Puts a certificate of the public key with an identifier on the token, and gives it. */
-    std::string certify(const std::string& id)
-    {
-        asUser("--read-object --type pubkey -o public.der --id " + hex(id));
-        openssl({"x509", "-new", "-subj", "/CN=made", "-force_pubkey", tokens + "/public.der", "-keyform",
-                 "DER", "-CA", kim().certificateFile, "-CAkey", kim().keyFile, "-outform", "DER", "-out",
-                 tokens + "/made.der"});
-        asUser("--write-object made.der --type cert --id " + hex(id));
-        return readFile(tokens + "/made.der");
     }
 
     /** Deletes one object of a pair. */
@@ -425,13 +413,10 @@ protected:
         ZrtkTokenMessage::SetUp();
         ASSERT_EQ(call("MEDIA_Load", text(QGTK_SPY_FILE)), 0);
         ASSERT_EQ(open(slots().front()), 0);
-        module.reset(dlopen(QGTK_SPY_FILE, RTLD_NOW));
-        spy = reinterpret_cast<TokenSpy* (*)()>(dlsym(module.get(), "tokenSpy"))();
-        *spy = TokenSpy();
+        spy = spyInModule();
     }
 
-    std::unique_ptr<void, int (*)(void*)> module{nullptr, dlclose};
-    TokenSpy* spy = nullptr;
+    std::shared_ptr<TokenSpy> spy;
 };
 INSTANTIATE_ZR_SIDE(SpiedTokenMessage);
 

@@ -3,8 +3,10 @@
 #include "TokenSpy.h"
 
 #include <algorithm>
+#include <chrono>
 #include <dlfcn.h>
 #include <openssl/crypto.h>
+#include <thread>
 
 namespace {
 
@@ -71,6 +73,14 @@ CK_RV step(CK_SESSION_HANDLE session, CK_BYTE* data, CK_ULONG size, CK_BYTE* res
 {
     constexpr CK_ULONG longest = 2000;
     const CK_RV done = Real<Function>::call(session, data, size, result, length);
+    if (done == CKR_OK && spy.spares > 0) {
+        --spy.spares;
+        return done;
+    }
+    if (done == CKR_OK && !result && spy.measure != 0)
+        *length = spy.measure;
+    if (done == CKR_OK && result && spy.claim != 0)
+        *length = spy.claim;
     if (done == CKR_OK && !result && spy.lengthens)
         *length = longest;
     if (done != CKR_OK || !result)
@@ -94,6 +104,66 @@ CK_RV derive(CK_SESSION_HANDLE session, CK_MECHANISM* mechanism, CK_OBJECT_HANDL
                : Real<&List::C_DeriveKey>::call(session, mechanism, key, wanted, count, made);
 }
 
+CK_RV readAttribute(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, CK_ATTRIBUTE* attribute,
+                    CK_ULONG count)
+{
+    const CK_RV done = Real<&List::C_GetAttributeValue>::call(session, object, attribute, count);
+    const CK_ULONG said = attribute->pValue ? spy.attributeClaim : spy.attributeMeasure;
+    if (done == CKR_OK && said != 0)
+        attribute->ulValueLen = said;
+    return done;
+}
+
+CK_RV listSlots(CK_BBOOL present, CK_SLOT_ID* slots, CK_ULONG* count)
+{
+    const CK_RV done = Real<&List::C_GetSlotList>::call(present, slots, count);
+    if (done == CKR_OK && !slots && spy.plugs)
+        --*count;
+    return done;
+}
+
+CK_RV describeToken(CK_SLOT_ID slot, CK_TOKEN_INFO* info)
+{
+    const CK_RV done = Real<&List::C_GetTokenInfo>::call(slot, info);
+    if (spy.counts)
+        info->ulSessionCount = spy.sessions;
+    if (spy.isProtected)
+        info->flags |= CKF_WRITE_PROTECTED;
+    return done;
+}
+
+CK_RV openSession(CK_SLOT_ID slot, CK_FLAGS flags, void* data, CK_NOTIFY notify, CK_SESSION_HANDLE* session)
+{
+    const CK_RV done = Real<&List::C_OpenSession>::call(slot, flags, data, notify, session);
+    spy.sessions += done == CKR_OK ? 1 : 0;
+    return done;
+}
+
+CK_RV closeSession(CK_SESSION_HANDLE session)
+{
+    const CK_RV done = Real<&List::C_CloseSession>::call(session);
+    spy.sessions -= done == CKR_OK ? 1 : 0;
+    return done;
+}
+
+CK_RV end(void* reserved)
+{
+    ++spy.ends;
+    spy.sessions = 0;
+    return Real<&List::C_Finalize>::call(reserved);
+}
+
+CK_RV makePair(CK_SESSION_HANDLE session, CK_MECHANISM* mechanism, CK_ATTRIBUTE* open, CK_ULONG openCount,
+               CK_ATTRIBUTE* secret, CK_ULONG secretCount, CK_OBJECT_HANDLE* publicKey,
+               CK_OBJECT_HANDLE* privateKey)
+{
+    const auto done = std::chrono::steady_clock::now() + std::chrono::milliseconds(spy.slowness);
+    while (std::chrono::steady_clock::now() < done)
+        std::this_thread::yield();
+    return Real<&List::C_GenerateKeyPair>::call(session, mechanism, open, openCount, secret, secretCount,
+                                                publicKey, privateKey);
+}
+
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) TokenSpy* tokenSpy()
@@ -110,7 +180,14 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
         return result;
     spied = *softHsm;
     placeAll<&List::C_GetSessionInfo, &List::C_FindObjectsInit, &List::C_FindObjects,
-             &List::C_FindObjectsFinal, &List::C_GetAttributeValue, &List::C_DestroyObject>();
+             &List::C_FindObjectsFinal, &List::C_DestroyObject>();
+    spied.C_GetAttributeValue = readAttribute;
+    spied.C_GetSlotList = listSlots;
+    spied.C_GetTokenInfo = describeToken;
+    spied.C_OpenSession = openSession;
+    spied.C_CloseSession = closeSession;
+    spied.C_Finalize = end;
+    spied.C_GenerateKeyPair = makePair;
     spied.C_SignInit = begin<&List::C_SignInit>;
     spied.C_DecryptInit = begin<&List::C_DecryptInit>;
     spied.C_Sign = step<&List::C_Sign>;

@@ -1,6 +1,7 @@
 #include "TokenTest.h"
 
 #include <cstdlib>
+#include <dlfcn.h>
 
 #include "Programs.h"
 #include "TestHome.h"
@@ -117,6 +118,24 @@ std::string TokenTest::read(const std::string& operation, const std::string& id,
 std::string TokenTest::asUser(const std::string& arguments)
 {
     return pkcs11Tool(std::string("--token-label first --login --pin ") + userPin + " " + arguments);
+}
+
+std::string TokenTest::certify(const std::string& id)
+{
+    asUser("--read-object --type pubkey -o public.der --id " + hex(id));
+    openssl({"x509", "-new", "-subj", "/CN=made", "-force_pubkey", tokens + "/public.der", "-keyform", "DER",
+             "-CA", kim().certificateFile, "-CAkey", kim().keyFile, "-outform", "DER", "-out",
+             tokens + "/made.der"});
+    asUser("--write-object made.der --type cert --id " + hex(id));
+    return readFile(tokens + "/made.der");
+}
+
+std::shared_ptr<TokenSpy> spyInModule()
+{
+    const std::shared_ptr<void> module(dlopen(QGTK_SPY_FILE, RTLD_NOW), dlclose);
+    TokenSpy* const spy = reinterpret_cast<TokenSpy* (*)()>(dlsym(module.get(), "tokenSpy"))();
+    *spy = TokenSpy();
+    return {module, spy};
 }
 
 std::string refused(qgtk::Code code)

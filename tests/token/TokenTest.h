@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <p11-kit/pkcs11.h>
 
 #include "MessageTest.h"
 #include "PfxSamples.h"
+#include "TokenSpy.h"
 #include "quillgate/toolkit_token.h"
 
 inline constexpr const char* officerPin = "87654321";
@@ -70,8 +72,14 @@ protected:
     /** The same as the user of the token "first". */
     std::string asUser(const std::string& arguments);
 
+    /** Puts a certificate of the public key with an identifier on the token, and gives it. */
+    std::string certify(const std::string& id);
+
     std::string tokens; /**< the directory; one of its own unless it is set before SetUp */
 };
+
+/** The spy in the module QGTK_SPY_FILE, which does nothing yet; the module stays while it is held. */
+std::shared_ptr<TokenSpy> spyInModule();
 
 /** How TokenTest::read tells a failure. */
 std::string refused(qgtk::Code code);

@@ -24,6 +24,7 @@ Code codeOf(CK_RV result)
     case CKR_DEVICE_REMOVED:
     case CKR_SESSION_CLOSED:
     case CKR_SESSION_HANDLE_INVALID:
+    case CKR_CRYPTOKI_NOT_INITIALIZED: // somebody else in the process has ended the module
         return Code::TokenRemoved;
     case CKR_SESSION_EXISTS:
         return Code::TokenSessionOpen;

@@ -1,6 +1,5 @@
 #include "toolkit/core/TokenKeyUse.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "toolkit/core/Errors.h"
@@ -16,15 +15,19 @@ CK_BYTE* mutableBytes(ByteView bytes)
     return const_cast<CK_BYTE*>(bytes.data());
 }
 
-/** A step of one part that gives bytes: asks for their number, then for them. */
+/**
+ * A step of one part that gives bytes. Their number is not asked for: it may be another when they come, and a
+ * buffer that is too short would leave the session busy. No key gives as many as there is room for.
+ */
 template <typename Step>
 SecretBytes resultOf(const char* name, Step step, const TokenSession& session, ByteView data)
 {
-    CK_ULONG length = 0;
-    invoke(name, step, session.handle(), mutableBytes(data), CK_ULONG(data.size()), nullptr, &length);
-    SecretBytes result(length);
+    constexpr std::size_t room = 8192;
+    SecretBytes result(room);
+    CK_ULONG length = room;
     invoke(name, step, session.handle(), mutableBytes(data), CK_ULONG(data.size()), result.data(), &length);
-    result.resize(std::min<std::size_t>(result.size(), length));
+    require(length <= room, Code::ModuleFailed);
+    result.resize(length);
     return result;
 }
 

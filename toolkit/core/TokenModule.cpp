@@ -97,26 +97,47 @@ void TokenModule::start()
     CK_C_INITIALIZE_ARGS arguments = {};
     arguments.flags = CKF_OS_LOCKING_OK;
     const CK_RV result = m_functions->C_Initialize(&arguments);
-    m_ours = result == CKR_OK;
-    if (result != CKR_CRYPTOKI_ALREADY_INITIALIZED)
-        requireOk(result, "C_Initialize");
+    if (result == CKR_CRYPTOKI_ALREADY_INITIALIZED)
+        return;
+    requireOk(result, "C_Initialize");
+    m_ours = true;
 }
 
 void TokenModule::finish()
 {
-    if (m_ours)
-        m_functions->C_Finalize(nullptr);
-    m_ours = false;
     m_logins.clear();
+    if (!m_ours || hasStrangers())
+        return;
+    m_functions->C_Finalize(nullptr);
+    m_ours = false;
+}
+
+bool TokenModule::hasStrangers() const
+{
+    const auto isUsed = [&](CK_SLOT_ID slot) {
+        CK_TOKEN_INFO info = {};
+        return m_functions->C_GetTokenInfo(slot, &info) == CKR_OK && info.ulSessionCount != 0 &&
+               info.ulSessionCount != CK_UNAVAILABLE_INFORMATION;
+    };
+    try {
+        return std::ranges::any_of(slots(), isUsed);
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 std::vector<CK_SLOT_ID> TokenModule::slots() const
 {
+    // Modules look for readers that came or went when they are asked for the number alone. It may be another
+    // when the slots come: there is room for more than anybody has.
     CK_ULONG count = 0;
     invoke("C_GetSlotList", m_functions->C_GetSlotList, CK_BBOOL(CK_TRUE), nullptr, &count);
-    std::vector<CK_SLOT_ID> slots(count);
+    constexpr std::size_t room = 1024;
+    std::vector<CK_SLOT_ID> slots(room);
+    count = room;
     invoke("C_GetSlotList", m_functions->C_GetSlotList, CK_BBOOL(CK_TRUE), slots.data(), &count);
-    slots.resize(std::min<std::size_t>(slots.size(), count));
+    require(count <= room, Code::ModuleFailed);
+    slots.resize(count);
     return slots;
 }
 
@@ -155,6 +176,14 @@ void TokenModule::closeAll()
     for (const CK_SESSION_HANDLE session : m_sessions)
         m_functions->C_CloseSession(session);
     m_sessions.clear();
+}
+
+bool TokenModule::isLoggedIn(CK_SESSION_HANDLE session, CK_SLOT_ID slot, bool itself)
+{
+    const std::lock_guard lock(m_mutex);
+    const auto login = m_logins.find(slot);
+    const bool isOfOthers = !itself && login != m_logins.end() && login->second.sessions > 0;
+    return !isOfOthers && isLoggedIn(session);
 }
 
 bool TokenModule::isLoggedIn(CK_SESSION_HANDLE session) const

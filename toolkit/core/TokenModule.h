@@ -19,7 +19,8 @@ namespace qgtk {
  *
  * A module knows one application, the process: initialising it twice, or ending it under another context,
  * would take that one's sessions away, and so would logging out. Thus the first user initialises it and the
- * last ends it, unless the host had done the first. It stays loaded until the process ends: its own
+ * last ends it, unless the host had done the first, or has sessions that the module tells of: then it is
+ * left as it is, and the next last user looks again. It stays loaded until the process ends: its own
  * destructors then run behind ours.
  */
 class TokenModule
@@ -61,8 +62,12 @@ public:
     /** Closes it; a token that has been removed has closed it before. */
     void closeSession(CK_SESSION_HANDLE session);
 
-    /** Whether the user has logged in to a session's token. */
-    bool isLoggedIn(CK_SESSION_HANDLE session) const;
+    /**
+     * Whether a session has the user's rights: it has logged in itself, or the host has. To the token all
+     * sessions of the process are the user's then; the login of another one of the library's is not this
+     * one's.
+     */
+    bool isLoggedIn(CK_SESSION_HANDLE session, CK_SLOT_ID slot, bool itself);
 
     /**
      * Logs a session's user in. When another session of the library has done so, the token would not look at
@@ -89,6 +94,12 @@ private:
     void start();
     void finish();
     void closeAll();
+
+    /** Whether somebody else in the process has sessions, as far as the module tells. Ours are closed. */
+    bool hasStrangers() const;
+
+    /** Whether the user has logged in to a session's token, whoever it was. */
+    bool isLoggedIn(CK_SESSION_HANDLE session) const;
 
     CK_FUNCTION_LIST* m_functions;
     std::size_t m_users = 0;

@@ -13,6 +13,9 @@ namespace {
 CK_BBOOL flagTrue = CK_TRUE;
 CK_BBOOL flagFalse = CK_FALSE;
 
+/** Bytes that an attribute may have, as a certificate may; what is unavailable has more. */
+constexpr std::size_t mostBytes = 1U << 20;
+
 } // namespace
 
 void TokenAttributes::addBytes(CK_ATTRIBUTE_TYPE type, ByteView bytes)
@@ -58,12 +61,13 @@ SecretBytes readAttribute(const TokenSession& session, CK_OBJECT_HANDLE object, 
     if (measured == CKR_ATTRIBUTE_TYPE_INVALID)
         return {};
     requireOk(measured, "C_GetAttributeValue");
-    require(attribute.ulValueLen != CK_UNAVAILABLE_INFORMATION, Code::ModuleFailed);
+    require(attribute.ulValueLen <= mostBytes, Code::ModuleFailed);
     SecretBytes bytes(attribute.ulValueLen);
     attribute.pValue = bytes.data();
     if (!bytes.empty())
         invoke("C_GetAttributeValue", get, session.handle(), object, &attribute, CK_ULONG(1));
-    bytes.resize(std::min<std::size_t>(bytes.size(), attribute.ulValueLen));
+    require(attribute.ulValueLen <= bytes.size(), Code::ModuleFailed);
+    bytes.resize(attribute.ulValueLen);
     return bytes;
 }
 

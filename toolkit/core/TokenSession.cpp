@@ -21,8 +21,8 @@ TokenSession::TokenSession(std::shared_ptr<TokenModule> module, CK_SLOT_ID slot)
 {
     const CK_FLAGS token = m_module->tokenInfo(slot).flags;
     require((token & CKF_TOKEN_INITIALIZED) != 0, Code::TokenUninitialised);
-    const CK_FLAGS writing = (token & CKF_WRITE_PROTECTED) == 0 ? CKF_RW_SESSION : 0UL;
-    m_handle = m_module->openSession(slot, writing);
+    m_writable = (token & CKF_WRITE_PROTECTED) == 0;
+    m_handle = m_module->openSession(slot, m_writable ? CKF_RW_SESSION : 0UL);
 }
 
 TokenSession::~TokenSession()
@@ -59,7 +59,12 @@ void TokenSession::changePin(const Crypto& crypto, std::string_view oldPin, std:
 
 void TokenSession::requireLogin() const
 {
-    require(m_module->isLoggedIn(m_handle), Code::TokenLoggedOut);
+    require(m_module->isLoggedIn(m_handle, m_slot, m_loggedIn), Code::TokenLoggedOut);
+}
+
+void TokenSession::requireWritable() const
+{
+    require(m_writable, Code::TokenReadOnly);
 }
 
 } // namespace qgtk

@@ -27,6 +27,9 @@ public:
     /** Throws TokenLoggedOut unless the user has logged in, here or in the host. */
     void requireLogin() const;
 
+    /** Throws TokenReadOnly when the token is write-protected. */
+    void requireWritable() const;
+
     const CK_FUNCTION_LIST& functions() const { return m_module->functions(); }
     CK_SESSION_HANDLE handle() const { return m_handle; }
 
@@ -35,6 +38,7 @@ private:
     CK_SLOT_ID m_slot;
     CK_SESSION_HANDLE m_handle = 0;
     bool m_loggedIn = false;
+    bool m_writable = false;
 };
 
 } // namespace qgtk
