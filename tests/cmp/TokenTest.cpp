@@ -3,6 +3,8 @@
 #include <cstdlib>
 
 #include "CmpTest.h"
+#include "TimeStampServer.h"
+#include "TokenTest.h"
 #include "samplepki/Extensions.h"
 
 using qgtk::Code;
@@ -27,9 +29,20 @@ protected:
             runCommand({"env", "SOFTHSM2_CONF=" + tokens + ".conf", "softhsm2-util", "--init-token", "--free",
                         "--label", "T", "--so-pin", "87654321", "--pin", pin});
         ASSERT_EQ(made.status, 0) << made.output;
-        ASSERT_EQ(call("PKCS11_OpenSessionWithTokenName", text(pin), 0), 0) << errorText();
+        ASSERT_EQ(logIn(), 0) << errorText();
         BinString list(library, authority.pki.ca.certificate());
         ASSERT_EQ(call("CERT_SetCaPubs", &list), 0);
+    }
+
+    int logIn() { return call("PKCS11_OpenSessionWithTokenName", text(pin), 0); }
+
+    /** Goes on with a module that looks and fails as it is told. */
+    std::shared_ptr<TokenSpy> goOnSpied()
+    {
+        EXPECT_EQ(call("MEDIA_Load", text(QGTK_SPY_FILE)), 0);
+        const std::shared_ptr<TokenSpy> spy = spyInModule();
+        EXPECT_EQ(logIn(), 0);
+        return spy;
     }
 
     /** What another program sees on the token. */
@@ -242,4 +255,103 @@ TEST_P(CmpTokens, WithoutSessionLoginOrPairNothingIsSent)
     EXPECT_EQ(update(false, empty, management), number(Code::BadArgument));
     EXPECT_EQ(signing.bytes() + management.bytes(), "nothingat all");
     EXPECT_TRUE(authority.bodies().empty());
+}
+
+TEST_P(CmpTokens, ATokenThatFailsAtAnyStepIsTold)
+{
+    const std::shared_ptr<TokenSpy> spy = goOnSpied();
+    BinString signing(library), management(library);
+    ASSERT_EQ(request(signing, management), 0) << errorText();
+    const std::string ids = signing.bytes() + management.bytes();
+    const std::string before = objects();
+    spy->answer = CKR_DEVICE_REMOVED;
+    const auto failAfter = [&](unsigned signatures, auto operation) {
+        spy->spares = signatures;
+        EXPECT_EQ(operation(), number(Code::TokenRemoved)) << signatures;
+        EXPECT_THAT(errorText(), HasSubstr("C_Sign: CKR 0x00000032"));
+        EXPECT_EQ(spy->spares, 0U);
+    };
+    BinString one(library), other(library);
+    for (const unsigned signatures : {0U, 1U})
+        failAfter(signatures, [&] { return request(one, other); });
+    authority.secret.clear();
+    // Each pair's own key proves possession, the signing pair's signs request and confirmation.
+    for (unsigned signatures = 0; signatures < 6; ++signatures)
+        for (const bool newKeys : {true, false})
+            failAfter(signatures, [&] { return update(newKeys, signing, management); });
+    for (const unsigned signatures : {0U, 1U})
+        failAfter(signatures, [&] {
+            return call("PKCS11_CMP_CertRevoke", text("127.0.0.1"), authority.port(), 1, &signing,
+                        &management);
+        });
+    EXPECT_EQ(signing.bytes() + management.bytes(), ids);
+    EXPECT_EQ(objects(), before);
+}
+
+TEST_P(CmpTokens, ASecondRenewalThatIsRefusedChangesNothing)
+{
+    BinString signing(library), management(library);
+    ASSERT_EQ(request(signing, management), 0) << errorText();
+    const std::string before = objects();
+    const std::string ids = signing.bytes() + management.bytes();
+    const std::string certificates = certificateOf(signing) + certificateOf(management);
+    authority.secret.clear();
+    for (const bool newKeys : {true, false}) {
+        const std::size_t begun = authority.bodies().size();
+        std::size_t transactions = 0;
+        authority.options = [&](std::size_t) {
+            return ++transactions == 2 ? std::vector<std::string>{"-pkistatus", "2"}
+                                       : std::vector<std::string>{};
+        };
+        EXPECT_EQ(update(newKeys, signing, management), number(Code::CmpRefused));
+        const std::vector<int> bodies = authority.bodies();
+        EXPECT_THAT(std::vector<int>(bodies.begin() + static_cast<std::ptrdiff_t>(begun), bodies.end()),
+                    ElementsAre(KeyUpdate, CertificateConfirm, KeyUpdate, Revocation));
+        EXPECT_EQ(signing.bytes() + management.bytes(), ids);
+        EXPECT_EQ(certificateOf(signing) + certificateOf(management), certificates);
+        EXPECT_EQ(objects(), before);
+    }
+}
+
+TEST_P(CmpTokens, TheTimeThatATokenNeedsForKeysIsNotTheServers)
+{
+    BinString signing(library, "before"), management(library, "before");
+    restartWith("CONNECT_TIMEOUT=1\nTOTAL_TIMEOUT=1\nLANGUAGE=ENG\nCMP_KEY=256");
+    const std::shared_ptr<TokenSpy> spy = goOnSpied();
+    spy->slowness = 600; // each of two
+    EXPECT_EQ(call("PKCS11_CMP_CertRequest", text("127.0.0.1"), freePort(), text(reference), text(secretCode),
+                   text(idNumber), text(authority.authorityFile), &signing, &management),
+              number(Code::ServerUnreachable));
+    EXPECT_THAT(objects(), Not(HasSubstr("Object")));
+}
+
+TEST_P(CmpTokens, WhatTheTokenCannotKeepIsNotAskedFor)
+{
+    BinString signing(library), management(library);
+    ASSERT_EQ(request(signing, management), 0) << errorText();
+    const std::size_t begun = authority.bodies().size();
+    authority.secret.clear();
+    const Issued signs = issued(2, samplepki::SigningUse, "77");
+    const Issued manages = issued(5, samplepki::EnvelopeUse, "78");
+    const auto move = [&](bool newKeys, const std::string& signId, const std::string& manageId) {
+        BinString signCertificate(library, signs.certificate), signKey(library, signs.key);
+        BinString manageCertificate(library, manages.certificate), manageKey(library, manages.key);
+        BinString first(library, signId), second(library, manageId);
+        return call("PKCS11_CMP_CertUpdate2", text("127.0.0.1"), authority.port(), newKeys, 0, text(idNumber),
+                    text(authority.authorityFile), &signCertificate, &signKey, &manageCertificate, &manageKey,
+                    &first, &second);
+    };
+    for (const bool newKeys : {true, false}) {
+        EXPECT_EQ(move(newKeys, "same", "same"), number(Code::TokenObjectExists));
+        EXPECT_EQ(move(newKeys, "sign", ""), number(Code::BadArgument)) << "two pairs, one identifier";
+    }
+    ASSERT_EQ(call("MEDIA_Load", text(QGTK_SPY_FILE)), 0);
+    const std::shared_ptr<TokenSpy> spy = spyInModule();
+    spy->isProtected = true;
+    ASSERT_EQ(logIn(), 0);
+    for (const bool newKeys : {true, false}) {
+        EXPECT_EQ(update(newKeys, signing, management), number(Code::TokenReadOnly));
+        EXPECT_EQ(move(newKeys, "sign", "manage"), number(Code::TokenReadOnly));
+    }
+    EXPECT_EQ(authority.bodies().size(), begun);
 }

@@ -247,8 +247,13 @@ CmpExchange::CmpExchange(Context& context, const CmpServer& server, const CmpSec
     : m_context(context), m_server(server), m_secret(secret), m_signer(std::move(signer)),
       m_settings(context.configuration().cmpAuthority(context.cmp.authority)), m_servers(context)
 {
-    const bool isKnown = m_signer.certificate || (!m_secret.reference.empty() && !m_secret.code.empty());
-    require(isKnown, Code::BadArgument);
+    if (!m_signer.certificate)
+        requireSecret(m_secret);
+}
+
+void requireSecret(const CmpSecret& secret)
+{
+    require(!secret.reference.empty() && !secret.code.empty(), Code::BadArgument);
 }
 
 Bytes CmpExchange::send(ByteView message)
@@ -289,7 +294,9 @@ void CmpExchange::prepare(OSSL_CMP_CTX* handle) const
     }
     // Authorities sign with keys that are for certificates alone; who may answer is checked otherwise.
     OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_IGNORE_KEYUSAGE, 1);
-    OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_TOTAL_TIMEOUT, m_servers.network.deadline().seconds());
+    const int seconds = m_servers.network.deadline().seconds();
+    require(seconds > 0, Code::ServerTimeout); // 0 would be no limit
+    OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_TOTAL_TIMEOUT, seconds);
     const DigestHandle digest = m_context.crypto().digest(digestOfCode(m_context.hashAlgorithm));
     require(OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_DIGEST_ALGNID, EVP_MD_get_type(digest.get())) == 1,
             Code::KeyUnsuitable);

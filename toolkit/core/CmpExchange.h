@@ -32,6 +32,9 @@ struct CmpSecret
     std::string_view code;      /**< authorisation code: the secret of the messages' MAC */
 };
 
+/** Throws BadArgument when one of both is empty. */
+void requireSecret(const CmpSecret& secret);
+
 /** Who signs messages. */
 struct CmpSigner
 {
@@ -56,7 +59,7 @@ struct CmpIssued
 };
 
 /**
- * Exchanges of one operation with an authority (RFC 4210), all within one limit of time.
+ * Exchanges of one operation with an authority (RFC 4210), all within one limit of time, which begins here.
  *
  * Answers have the secret's MAC, or are signed by the authority or by whom it has made its server. Anybody
  * else below the authority is not believed.

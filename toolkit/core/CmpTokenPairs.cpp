@@ -184,6 +184,20 @@ SecretBytes idOf(const std::vector<TokenPairId>& ids, PairPurpose purpose)
     return found->id;
 }
 
+/** Throws TokenObjectExists when the token holds something under an identifier for pairs, or two of them have
+ * the same. */
+void requireFree(const TokenSession& session, const std::vector<OpenPair>& pairs,
+                 const std::vector<TokenPairId>& ids)
+{
+    std::vector<SecretBytes> taken;
+    for (const OpenPair& pair : pairs) {
+        SecretBytes id = idOf(ids, pair.purpose);
+        const bool isFree = std::ranges::find(taken, id) == taken.end() && !holdsPair(session, id);
+        require(isFree, Code::TokenObjectExists);
+        taken.push_back(std::move(id));
+    }
+}
+
 /** The identifier that a pair has now. */
 SecretBytes idNow(const Members& before, const Members& now, ByteView id)
 {
@@ -201,13 +215,15 @@ std::vector<TokenPairId> requestTokenPairs(Context& context, const CmpApplicatio
     const Crypto& crypto = context.crypto();
     const TokenSession& session = context.token.session();
     const X509Handle authority = authorityOf(crypto, application);
+    requireSecret(secret);
     NewTokenPairs made(context);
-    CmpExchange exchange(context, application.server, secret, {});
-    exchange.setAuthority(share(authority.get()));
     std::vector<TokenPairId> ids;
     ids.reserve(purposes.size());
     for (const PairPurpose purpose : purposes)
         ids.push_back({purpose, made.generate(purpose, freshRandom(crypto)).id});
+    // The server's time begins behind the token's, which may need a minute for a key.
+    CmpExchange exchange(context, application.server, secret, {});
+    exchange.setAuthority(share(authority.get()));
     CmpIssuing issuing(crypto, exchange);
     write(session, made.members, issueAll(issuing, made.members, application.idNumber, {}));
     issuing.finish(authority.get());
@@ -222,11 +238,12 @@ std::vector<TokenPairId> updateTokenPairs(Context& context, const CmpApplication
     const TokenSession& session = context.token.session();
     const X509Handle authority = authorityOf(crypto, application);
     const Members members = findMembers(crypto, session, pairs);
+    session.requireWritable();
     NewTokenPairs made(context);
-    CmpExchange exchange(context, application.server, {}, signerOf(*members.back()));
-    exchange.setAuthority(share(authority.get()));
     for (std::size_t i = 0; newKeys && i < members.size(); ++i)
         made.generate(members[i]->purpose, freshRandom(crypto));
+    CmpExchange exchange(context, application.server, {}, signerOf(*members.back()));
+    exchange.setAuthority(share(authority.get()));
     const Members& subjects = newKeys ? made.members : members;
     CmpIssuing issuing(crypto, exchange);
     const std::vector<Bytes> certificates = members.back()->key.run(
@@ -249,13 +266,13 @@ void movePairsToToken(Context& context, const CmpApplication& application, bool 
     const X509Handle authority = authorityOf(crypto, application);
     const std::vector<OpenPair> open = openPairs(crypto, pairs);
     session.requireLogin();
-    for (const OpenPair& pair : open)
-        require(!holdsPair(session, idOf(ids, pair.purpose)), Code::TokenObjectExists);
+    session.requireWritable();
+    requireFree(session, open, ids);
     NewTokenPairs made(context);
-    CmpExchange exchange(context, application.server, {}, signerOf(open));
-    exchange.setAuthority(share(authority.get()));
     for (std::size_t i = 0; newKeys && i < open.size(); ++i)
         made.generate(open[i].purpose, idOf(ids, open[i].purpose));
+    CmpExchange exchange(context, application.server, {}, signerOf(open));
+    exchange.setAuthority(share(authority.get()));
     CmpIssuing issuing(crypto, exchange);
     if (newKeys)
         write(session, made.members,
