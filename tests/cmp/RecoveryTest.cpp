@@ -3,6 +3,9 @@
 #include <openssl/crmf.h>
 
 #include "CmpTest.h"
+#include "MemoryGrowth.h"
+#include "Programs.h"
+#include "RawFile.h"
 #include "samplepki/Extensions.h"
 
 using namespace samplepki;
@@ -99,10 +102,40 @@ protected:
                  "-out", at("value")});
         openssl({"pkeyutl", "-encrypt", "-certin", "-inkey", file("receiver", pem(receiver, "CERTIFICATE")),
                  "-in", file("cipher", cipherKey), "-out", at("cipherKey")});
+        return encryptedValue(initial);
+    }
+
+    /** EncryptedValue of the files that openssl has written, by AES-256. */
+    Bytes encryptedValue(const Bytes& initial)
+    {
         const Bytes algorithm = der::oid("2.16.840.1.101.3.4.1.42") + der::element(der::OctetString, initial);
         return der::sequence({der::element(0xA1, algorithm),
                               der::element(0x82, Bytes(1, '\0') + readFile(at("cipherKey"))),
                               der::bitString(readFile(at("value")))});
+    }
+
+    /** A pair that openssl has made and encrypted: nothing of its key, nor of what that is encrypted with,
+     * was ever in this process. */
+    Bytes foreignPair()
+    {
+        const TestPki& pki = authority.pki;
+        file("holder", pem(signing.certificate, "CERTIFICATE"));
+        file("ca", pem(pki.ca.certificate(), "CERTIFICATE"));
+        file("caKey", pem(testKey(1).privateKeyInfo(), "PRIVATE KEY"));
+        const std::string initial = noise(16);
+        const Outcome made = runIn(
+            at(""), "set -e; openssl rand -out cipher 32\n"
+                    "openssl genpkey -algorithm EC -pkeyopt ec_paramgen_curve:P-256 | openssl pkcs8 -topk8 "
+                    "-nocrypt -outform DER -out kept\n"
+                    "openssl pkey -inform DER -in kept -pubout -out public\n"
+                    "openssl x509 -new -subj /C=KR/O=Sample/CN=Hong -force_pubkey public -CA ca -CAkey caKey "
+                    "-outform DER -out made\n"
+                    "openssl enc -aes-256-cbc -K $(od -An -v -tx1 cipher | tr -d ' \\n') -iv " +
+                        hex(initial) +
+                        " -in kept -out value\n"
+                        "openssl pkeyutl -encrypt -certin -inkey holder -in cipher -out cipherKey");
+        EXPECT_EQ(made.status, 0) << made.output;
+        return pairOf(readFile(at("made")), encryptedValue(initial));
     }
 
     static Bytes pairOf(const std::string& certificate, const Bytes& key)
@@ -212,4 +245,52 @@ TEST_P(CmpRecoveries, PairsOfNoUseAreNotSent)
                    &certificate, &key, &output, &output),
               number(Code::BadArgument));
     EXPECT_TRUE(authority.bodies().empty());
+}
+
+TEST_P(CmpRecoveries, LeaveNothing)
+{
+    Response response{.pairs = {wholePair()}};
+    const RawServer server([&](int client) {
+        const Bytes request = readHttpBody(client);
+        answerAndEnd(client, httpReply(responseTo(request, response)));
+    });
+    memory_growth::expectNone(
+        [&] {
+            response.status = 0;
+            EXPECT_EQ(recoverAt(server.port()), 0);
+            response.status = 2;
+            EXPECT_EQ(recoverAt(server.port()), number(Code::CmpRefused));
+        },
+        memory_growth::rounds() / 2);
+}
+
+TEST_P(CmpRecoveries, TheKeyIsTheCallersAlone)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer maps terabytes and keeps freed memory";
+#endif
+    const Response response{.pairs = {foreignPair()}};
+    const RawServer server([&](int client) {
+        const Bytes request = readHttpBody(client);
+        answerAndEnd(client, httpReply(responseTo(request, response)));
+    });
+    BinString certificate(library, signing.certificate);
+    BinString key(library, signing.key);
+    BinString manageCertificate(library);
+    BINSTR recovered = {};
+    ASSERT_EQ(call("CMP_CertRecovery", text("127.0.0.1"), server.port(), text(reference), text(secretCode),
+                   &certificate, &key, &manageCertificate, &recovered),
+              0)
+        << errorText();
+    MemoryScan scan;
+    // The private number stands at a fixed place of the key.
+    constexpr std::size_t place = 36;
+    constexpr std::size_t length = 32;
+    scan.add("key", reinterpret_cast<const char*>(recovered.pData) + place, length);
+    RawFile cipherKey(at("cipher"));
+    scan.add("key of the cipher", cipherKey.text(), cipherKey.length());
+    EXPECT_THAT(scan.find(), testing::SizeIs(2)) << "one of each";
+    cipherKey.wipe();
+    EXPECT_EQ(library.callBare("BINSTR_Delete", &recovered), 0);
+    EXPECT_THAT(scan.find(), testing::IsEmpty());
 }
