@@ -261,7 +261,7 @@ TEST_P(CmpRecoveries, LeaveNothing)
             response.status = 2;
             EXPECT_EQ(recoverAt(server.port()), number(Code::CmpRefused));
         },
-        memory_growth::rounds() / 2);
+        memory_growth::rounds() / 5);
 }
 
 TEST_P(CmpRecoveries, TheKeyIsTheCallersAlone)

@@ -313,6 +313,34 @@ TEST_P(CmpTokens, ASecondRenewalThatIsRefusedChangesNothing)
     }
 }
 
+TEST_P(CmpTokens, CertificatesThatFindNoRoomAreGivenBack)
+{
+    const std::shared_ptr<TokenSpy> spy = goOnSpied();
+    BinString signing(library, "before"), management(library, "before");
+    const auto expectGivenBack = [&](int begins, auto operation) {
+        const std::string before = objects();
+        for (unsigned room = 0; room < 4; ++room) { // certificate and random value of each
+            const std::size_t begun = authority.bodies().size();
+            spy->room = room;
+            EXPECT_EQ(operation(), number(Code::TokenFull)) << room;
+            const std::vector<int> bodies = authority.bodies();
+            EXPECT_THAT(
+                std::vector<int>(bodies.begin() + static_cast<std::ptrdiff_t>(begun), bodies.end()),
+                ElementsAre(begins, CertificateConfirm, begins, CertificateConfirm, Revocation, Revocation));
+            EXPECT_EQ(objects(), before);
+        }
+    };
+    expectGivenBack(InitialRequest, [&] { return request(signing, management); });
+    EXPECT_EQ(signing.bytes() + management.bytes(), "beforebefore");
+    spy->room = 4;
+    ASSERT_EQ(request(signing, management), 0) << errorText();
+    const std::string certificates = certificateOf(signing) + certificateOf(management);
+    authority.secret.clear();
+    for (const bool newKeys : {true, false})
+        expectGivenBack(KeyUpdate, [&] { return update(newKeys, signing, management); });
+    EXPECT_EQ(certificateOf(signing) + certificateOf(management), certificates);
+}
+
 TEST_P(CmpTokens, TheTimeThatATokenNeedsForKeysIsNotTheServers)
 {
     BinString signing(library, "before"), management(library, "before");

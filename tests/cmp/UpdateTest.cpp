@@ -248,6 +248,12 @@ TEST_P(CmpRevocations, TakeLists)
     };
     EXPECT_EQ(ask(-1), 0) << errorText();
     EXPECT_EQ(askedBy(authority.request(0)).serial, serialOf(signing.certificate));
+    BinString both(library, std::string("\x04\x01\x01\x04\x01\x02"));
+    BinString twice(library, signing.certificate + signing.certificate);
+    BinString twiceKeys(library, signing.key + signing.key);
+    EXPECT_EQ(call("CMP_CertRevoke2", text("127.0.0.1"), authority.port(), 1, &both, &twice, &twiceKeys), 0)
+        << errorText();
+    EXPECT_THAT(authority.bodies(), ElementsAre(Revocation, Revocation)) << "one for each call";
     for (const int reason : {-2, 7, 11})
         EXPECT_EQ(ask(reason), number(Code::BadArgument)) << reason;
     BinString empty(library);

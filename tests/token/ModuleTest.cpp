@@ -70,6 +70,20 @@ TEST_P(SpiedModule, MayFindATokenWhileItListsThem)
     EXPECT_EQ(slots().size(), before);
 }
 
+TEST_P(SpiedModule, KeepsNoPartOfAPairThatItHasNoRoomFor)
+{
+    Passed<std::string> given(id);
+    ASSERT_EQ(token("DeleteCertAndPriKey", given.get()), 0);
+    for (spy->room = 0; spy->room < 4;) {
+        const unsigned room = spy->room;
+        EXPECT_EQ(write(sampleHolder().signing), number(Code::TokenFull)) << room;
+        EXPECT_THAT(asUser("--list-objects"), testing::Not(testing::HasSubstr("Object"))) << room;
+        spy->room = room + 1;
+    }
+    EXPECT_EQ(write(sampleHolder().signing), 0);
+    EXPECT_EQ(spy->room, 0U);
+}
+
 TEST_P(SpiedModule, ThatSomebodyElseHasEndedIsToldAndUsedAnew)
 {
     const std::shared_ptr<void> module(dlopen(QGTK_SPY_FILE, RTLD_NOW), dlclose);

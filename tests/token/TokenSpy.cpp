@@ -114,6 +114,15 @@ CK_RV readAttribute(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, CK_ATTRI
     return done;
 }
 
+CK_RV createObject(CK_SESSION_HANDLE session, CK_ATTRIBUTE* attributes, CK_ULONG count,
+                   CK_OBJECT_HANDLE* object)
+{
+    if (spy.room == 0)
+        return CKR_DEVICE_MEMORY;
+    --spy.room;
+    return Real<&List::C_CreateObject>::call(session, attributes, count, object);
+}
+
 CK_RV listSlots(CK_BBOOL present, CK_SLOT_ID* slots, CK_ULONG* count)
 {
     const CK_RV done = Real<&List::C_GetSlotList>::call(present, slots, count);
@@ -182,6 +191,7 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
     placeAll<&List::C_GetSessionInfo, &List::C_FindObjectsInit, &List::C_FindObjects,
              &List::C_FindObjectsFinal, &List::C_DestroyObject>();
     spied.C_GetAttributeValue = readAttribute;
+    spied.C_CreateObject = createObject;
     spied.C_GetSlotList = listSlots;
     spied.C_GetTokenInfo = describeToken;
     spied.C_OpenSession = openSession;
