@@ -116,7 +116,7 @@ TEST_P(CmpRounds, CodesAndKeysAreTheCallersAlone)
     RawFile code(at("code"));
     code.text()[32] = '\0'; // behind it is the end of the line
     MemoryScan scan;
-    scan.add("code", code.text(), 32);
+    scan.add("code", code.text() + lostWhenFreed, 32 - lostWhenFreed);
     BINSTR signCertificate = {};
     BINSTR signKey = {};
     BINSTR* none = nullptr;

@@ -34,13 +34,21 @@ private:
     ssize_t m_length = 0;
 };
 
-/** A scan for part of what a record or file holds; the middle, where the private part of a key lies. */
+/** Bytes at the beginning of a block that the allocator writes over when it is freed: they tell nothing. */
+inline constexpr std::size_t lostWhenFreed = 16;
+
+/**
+ * A scan for part of what a record or file holds: the middle, where the private part of a key lies, and
+ * nothing of the beginning, so that copies are found which were freed and not wiped.
+ */
 inline MemoryScan scanFor(const char* name, const BINSTR& record)
 {
     constexpr std::size_t needleLength = 24;
     MemoryScan scan;
     const auto length = static_cast<std::size_t>(record.nLen);
-    const std::size_t taken = std::min(length, needleLength);
-    scan.add(name, reinterpret_cast<const char*>(record.pData) + (length - taken) / 2, taken);
+    const std::size_t middle = (length - std::min(length, needleLength)) / 2;
+    const std::size_t start = std::max(middle, std::min(lostWhenFreed, length / 2));
+    scan.add(name, reinterpret_cast<const char*>(record.pData) + start,
+             std::min(length - start, needleLength));
     return scan;
 }

@@ -56,7 +56,7 @@ TEST_P(TokenSecrets, PinsAreTheCallersAlone)
     RawFile wrong(in("wrong"));
     MemoryScan scan;
     for (RawFile* file : {&pin, &other, &wrong})
-        scan.add("PIN", file->text(), file->length());
+        scan.add("PIN", file->text() + lostWhenFreed, file->length() - lostWhenFreed);
     ASSERT_EQ(logIn(wrong), number(Code::WrongPin));
     token("CloseSession");
     ASSERT_EQ(logIn(pin), 0);
