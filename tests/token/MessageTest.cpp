@@ -461,6 +461,12 @@ TEST_P(SpiedTokenMessage, WhatTheTokenAnswersInTheMiddleIsTold)
     EXPECT_EQ(read("DecryptData", rsaId, sealed), content);
 }
 
+TEST_P(SpiedTokenMessage, NoSecretOfAnAgreementStays)
+{
+    EXPECT_EQ(read("DecryptData", curveId, sealed), content);
+    EXPECT_EQ(spy->agreed, 0U);
+}
+
 TEST_P(SpiedTokenMessage, ATokenMayLackBareRsa)
 {
     spy->lacks = CKM_RSA_X_509;

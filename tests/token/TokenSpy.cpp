@@ -99,9 +99,21 @@ CK_RV step(CK_SESSION_HANDLE session, CK_BYTE* data, CK_ULONG size, CK_BYTE* res
 CK_RV derive(CK_SESSION_HANDLE session, CK_MECHANISM* mechanism, CK_OBJECT_HANDLE key, CK_ATTRIBUTE* wanted,
              CK_ULONG count, CK_OBJECT_HANDLE* made)
 {
-    return spy.answer != CKR_OK
-               ? spy.answer
-               : Real<&List::C_DeriveKey>::call(session, mechanism, key, wanted, count, made);
+    if (spy.answer != CKR_OK)
+        return spy.answer;
+    const CK_RV done = Real<&List::C_DeriveKey>::call(session, mechanism, key, wanted, count, made);
+    spy.agreed += done == CKR_OK ? 1 : 0;
+    return done;
+}
+
+CK_RV destroyObject(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object)
+{
+    CK_OBJECT_CLASS kind = CKO_DATA;
+    CK_ATTRIBUTE asked = {CKA_CLASS, &kind, sizeof kind};
+    Real<&List::C_GetAttributeValue>::call(session, object, &asked, 1);
+    const CK_RV done = Real<&List::C_DestroyObject>::call(session, object);
+    spy.agreed -= done == CKR_OK && kind == CKO_SECRET_KEY ? 1 : 0;
+    return done;
 }
 
 CK_RV readAttribute(CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object, CK_ATTRIBUTE* attribute,
@@ -189,7 +201,8 @@ extern "C" __attribute__((visibility("default"))) CK_RV C_GetFunctionList(CK_FUN
         return result;
     spied = *softHsm;
     placeAll<&List::C_GetSessionInfo, &List::C_FindObjectsInit, &List::C_FindObjects,
-             &List::C_FindObjectsFinal, &List::C_DestroyObject>();
+             &List::C_FindObjectsFinal>();
+    spied.C_DestroyObject = destroyObject;
     spied.C_GetAttributeValue = readAttribute;
     spied.C_CreateObject = createObject;
     spied.C_GetSlotList = listSlots;

@@ -18,6 +18,7 @@ struct TokenSpy
     CK_ULONG claim = 0;               /**< what it says that a result has; 0: the right length */
     CK_ULONG attributeMeasure = 0;    /**< the same of attributes */
     CK_ULONG attributeClaim = 0;
+    unsigned agreed = 0;      /**< secrets of agreements that it still holds */
     unsigned room = ~0U;      /**< objects that may still be written before it is full */
     bool plugs = false;       /**< whether one more slot is there when the slots are asked for */
     bool isProtected = false; /**< whether its tokens are write-protected */
