@@ -33,6 +33,12 @@ void requireSet(int done)
         throw std::bad_alloc();
 }
 
+/** A caller's certificate is refused when OpenSSL can't read its extensions, which it decodes then. */
+void requireTaken(int done)
+{
+    require(done == 1, Code::CertExtensionDamaged);
+}
+
 /** Whether an authority has made somebody its server (RFC 6402, section 2.10). */
 bool isServer(X509* certificate)
 {
@@ -282,7 +288,7 @@ void CmpExchange::prepare(OSSL_CMP_CTX* handle) const
         requireSet(OSSL_CMP_CTX_set1_issuer(handle, name));
     }
     if (m_signer.certificate) {
-        require(OSSL_CMP_CTX_set1_cert(handle, m_signer.certificate.get()) == 1, Code::KeyUnsuitable);
+        requireTaken(OSSL_CMP_CTX_set1_cert(handle, m_signer.certificate.get()));
         requireSet(OSSL_CMP_CTX_set1_pkey(handle, m_signer.key.get()));
     } else {
         const ByteView reference = bytesOf(m_secret.reference);
@@ -329,7 +335,7 @@ CmpIssued CmpExchange::request(const CmpWish& wish)
             sk_X509_EXTENSION_deep_copy(wish.extensions.get(), X509_EXTENSION_dup, X509_EXTENSION_free));
         requireSet(OSSL_CMP_CTX_set0_reqExtensions(handle, extensions.release()));
         if (wish.old)
-            requireSet(OSSL_CMP_CTX_set1_oldCert(handle, wish.old.get()));
+            requireTaken(OSSL_CMP_CTX_set1_oldCert(handle, wish.old.get()));
         X509* certificate = wish.old ? OSSL_CMP_exec_KUR_ses(handle) : OSSL_CMP_exec_IR_ses(handle);
         if (!certificate)
             return false;
@@ -345,7 +351,7 @@ Bytes CmpExchange::recover(const CmpSigner& holder)
     Run run{*this};
     run.recovers = true;
     perform(run, [&](OSSL_CMP_CTX* handle) {
-        requireSet(OSSL_CMP_CTX_set1_cert(handle, holder.certificate.get()));
+        requireTaken(OSSL_CMP_CTX_set1_cert(handle, holder.certificate.get()));
         requireSet(OSSL_CMP_CTX_set1_pkey(handle, holder.key.get()));
         requireSet(OSSL_CMP_CTX_set1_subjectName(handle, X509_get_subject_name(holder.certificate.get())));
         static_cast<void>(OSSL_CMP_exec_IR_ses(handle));
@@ -358,7 +364,7 @@ void CmpExchange::revoke(X509* certificate, int reason)
 {
     Run run{*this};
     perform(run, [&](OSSL_CMP_CTX* handle) {
-        requireSet(OSSL_CMP_CTX_set1_oldCert(handle, certificate));
+        requireTaken(OSSL_CMP_CTX_set1_oldCert(handle, certificate));
         OSSL_CMP_CTX_set_option(handle, OSSL_CMP_OPT_REVOCATION_REASON, reason);
         return OSSL_CMP_exec_RR_ses(handle) == 1;
     });

@@ -239,6 +239,7 @@ QGTK_OPERATION(LDAP_GetDataByCN)
     constexpr int mostPort = 65535;
     return callOn(handle, [&](Context& context) {
         require(port > 0 && port <= mostPort, Code::BadArgument);
+        requireOutput(data);
         ServerAccess servers(context);
         const NamedValue found =
             servers.network.find(pathArgument(host), port, pathArgument(commonName), objectKindOf(dataType));
@@ -251,6 +252,7 @@ QGTK_OPERATION(LDAP_GetDataByCN)
 QGTK_OPERATION(LDAP_GetAnyDataByURL)(void* handle, char* attribute, char* url, BINSTR* data)
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(data);
         ServerAccess servers(context);
         assign(data, servers.network.fetchAttribute(pathArgument(url), pathArgument(attribute)).front());
     });
@@ -259,6 +261,7 @@ QGTK_OPERATION(LDAP_GetAnyDataByURL)(void* handle, char* attribute, char* url, B
 QGTK_OPERATION(LDAP_GetCertPath)(void* handle, BINSTR* certificate, char* configurationFile, BINSTR* path)
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(path);
         assign(path, pathBytes(certificatePath(context, viewOf(certificate),
                                                std::string(textArgument(configurationFile)))));
     });

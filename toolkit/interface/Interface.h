@@ -33,6 +33,23 @@ inline int getText(void* handle, int size, char* buffer, CertificateGetter gette
     });
 }
 
+/** A caller's buffer and the text that is to stand in it. */
+struct TextOutput
+{
+    std::string text;
+    int size;
+    char* buffer;
+};
+
+/** Writes several texts, each cut to its buffer: all or none. Throws BadArgument as copyCut. */
+inline void copyAllCut(std::initializer_list<TextOutput> outputs)
+{
+    for (const TextOutput& output : outputs)
+        require(output.buffer && output.size > 0, Code::BadArgument);
+    for (const TextOutput& output : outputs)
+        copyCut(output.text, output.size, output.buffer);
+}
+
 /** Callers hand buffers for a date without their size; they are at least so large. */
 inline constexpr int dateSize = 25;
 
@@ -83,6 +100,13 @@ void reportRevocation(Check&& check, const RevocationEntry& entry, char* date, i
     storeRevocation(entry, date, reason);
 }
 
+/** Throws BadArgument without a record for the result: before any work, most of all before a server is asked.
+ */
+inline void requireOutput(const BINSTR* output)
+{
+    require(output != nullptr, Code::BadArgument);
+}
+
 /** The bytes of an optional input. */
 inline Bytes optionalBytes(const BINSTR* input)
 {
@@ -96,6 +120,7 @@ inline Bytes optionalBytes(const BINSTR* input)
 inline int fetchByAddress(void* handle, int dataType, const char* url, BINSTR* data) noexcept
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(data);
         ServerAccess servers(context);
         assign(data, servers.network.fetch(pathArgument(url), objectKindOf(dataType)).front());
     });
@@ -105,6 +130,7 @@ inline int fetchByAddress(void* handle, int dataType, const char* url, BINSTR* d
 inline int fetchListFor(void* handle, const BINSTR* certificate, BINSTR* list) noexcept
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(list);
         const X509Handle asked = decodeX509(context.crypto(), viewOf(certificate));
         ServerAccess servers(context);
         assign(list, fetchRevocationList(context, servers, asked.get()));

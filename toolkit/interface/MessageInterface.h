@@ -34,11 +34,6 @@ struct PairArgument
     }
 };
 
-inline void requireOutput(const BINSTR* output)
-{
-    require(output != nullptr, Code::BadArgument);
-}
-
 inline void signData(Context& context, int options, const PairArgument& pair, const BINSTR* data,
                      const char* signTime, BINSTR* message)
 {

@@ -24,9 +24,9 @@ constexpr int lengthSize = 20;
 QGTK_OPERATION(API_GetInfo)(void* handle, char* version, char* information)
 {
     return callOn(handle, [&](Context&) {
-        copyCut("3.4.2.20", versionSize, version);
-        copyCut(std::string("Quillgate open toolkit, ") + OpenSSL_version(OPENSSL_VERSION), informationSize,
-                information);
+        copyAllCut({{"3.4.2.20", versionSize, version},
+                    {std::string("Quillgate open toolkit, ") + OpenSSL_version(OPENSSL_VERSION),
+                     informationSize, information}});
     });
 }
 
@@ -42,23 +42,31 @@ QGTK_OPERATION(CERT_FreeCaPubs)(void* handle)
 
 QGTK_OPERATION(CERT_GetValidity)(void* handle, char* from, char* to)
 {
-    const int result = getText(handle, timeSize, from, notBeforeOf);
-    return result != 0 ? result : getText(handle, timeSize, to, notAfterOf);
+    return callOn(handle, [&](Context& context) {
+        const Certificate& certificate = context.certificate();
+        copyAllCut({{notBeforeOf(certificate, context.charset()), timeSize, from},
+                    {notAfterOf(certificate, context.charset()), timeSize, to}});
+    });
 }
 
 QGTK_OPERATION(CERT_GetPubKey)(void* handle, int size, char* algorithm, char* key)
 {
-    const int result = getText(handle, algorithmSize, algorithm, publicKeyAlgorithmOf);
-    return result != 0 ? result : getText(handle, size, key, publicKeyOf);
+    return callOn(handle, [&](Context& context) {
+        const Certificate& certificate = context.certificate();
+        copyAllCut({{publicKeyAlgorithmOf(certificate, context.charset()), algorithmSize, algorithm},
+                    {publicKeyOf(certificate, context.charset()), size, key}});
+    });
 }
 
 QGTK_OPERATION(CERT_GetPubKey2)(void* handle, char* algorithm, char* length, BINSTR* key)
 {
     return callOn(handle, [&](Context& context) {
         const Certificate& certificate = context.certificate();
-        copyCut(publicKeyAlgorithmOf(certificate, context.charset()), algorithmSize, algorithm);
-        copyCut(publicKeyLengthOf(certificate, context.charset()), lengthSize, length);
+        const std::string name = publicKeyAlgorithmOf(certificate, context.charset());
+        const std::string bits = publicKeyLengthOf(certificate, context.charset());
+        require(algorithm && length, Code::BadArgument);
         assign(key, certificate.publicKeyDer());
+        copyAllCut({{name, algorithmSize, algorithm}, {bits, lengthSize, length}});
     });
 }
 
@@ -213,6 +221,7 @@ QGTK_OPERATION(UTIL_CompareDN)(void* handle, char* first, char* second)
 QGTK_OPERATION(UTIL_GetCertPath)(void* handle, BINSTR* certificate, BINSTR* path)
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(path);
         assign(path, pathBytes(certificatePath(context, viewOf(certificate))));
     });
 }
@@ -220,6 +229,7 @@ QGTK_OPERATION(UTIL_GetCertPath)(void* handle, BINSTR* certificate, BINSTR* path
 QGTK_OPERATION(UTIL_GetRootCert)(void* handle, BINSTR* certificate, BINSTR* root)
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(root);
         const X509Stack path = certificatePath(context, viewOf(certificate));
         assign(root, derOf(sk_X509_value(path.get(), sk_X509_num(path.get()) - 1)));
     });

@@ -17,10 +17,8 @@ int optionsOf(const Context& context, int given)
 /** Callers hand buffers of one size for all three. */
 void storeRecipient(const MessageRecipient& recipient, int size, char* issuer, char* serial, char* keyId)
 {
-    require(size > 0 && issuer && serial && keyId, Code::BadArgument);
-    copyCut(recipient.issuer, size, issuer);
-    copyCut(recipient.serial, size, serial);
-    copyCut(recipient.keyId, size, keyId);
+    copyAllCut(
+        {{recipient.issuer, size, issuer}, {recipient.serial, size, serial}, {recipient.keyId, size, keyId}});
 }
 
 /** Throws AlgorithmCodeUnknown unless the number is 0 or that of the context's symmetric key. */

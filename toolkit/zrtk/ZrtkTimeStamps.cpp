@@ -25,6 +25,7 @@ QGTK_OPERATION(TSP_TimeStampData)
  BINSTR* token)
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(token);
         assign(token, stampData(context, host, port, viewOf(data), hashAlg, policy, sign));
     });
 }
@@ -34,6 +35,7 @@ QGTK_OPERATION(TSP_TimeStampFile)
  BINSTR* token)
 {
     return callOn(handle, [&](Context& context) {
+        requireOutput(token);
         assign(token, stampData(context, host, port, pathArgument(path), hashAlg, policy, sign));
     });
 }
