@@ -150,6 +150,19 @@ TEST_P(MessageFiles, AreEncryptedApartFromTheirEnvelope)
     EXPECT_FALSE(std::filesystem::exists(at("none")));
 }
 
+TEST_P(MessageFiles, EnvelopeAndEncryptedContentAreTwo)
+{
+    std::filesystem::create_directory(at("real"));
+    std::filesystem::create_directory_symlink("real", at("link"));
+    for (const auto& [first, second] :
+         {std::pair("message", "message"), {"message", "./message"}, {"real/message", "link/message"}})
+        EXPECT_EQ(envelopeFiles(hong().certificate, source, QG_CIPHER_AES256, at(first), at(second)),
+                  number(Code::BadArgument))
+            << first << " " << second;
+    EXPECT_EQ(names(), (std::vector<std::string>{"link", "real", "source"}));
+    EXPECT_TRUE(std::filesystem::is_empty(at("real")));
+}
+
 TEST_P(MessageFiles, OfOpensslAreOpened)
 {
     for (const std::vector<std::string>& form : {std::vector<std::string>{}, {"-stream"}}) {

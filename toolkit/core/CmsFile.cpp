@@ -1,5 +1,7 @@
 #include "toolkit/core/CmsFile.h"
 
+#include <filesystem>
+
 #include "toolkit/core/CmsEnveloped.h"
 #include "toolkit/core/MessageFile.h"
 #include "toolkit/core/StreamBio.h"
@@ -19,6 +21,16 @@ void through(const StreamBio& stream, Action&& action)
         throw;
     }
     stream.rethrow();
+}
+
+/** Where a file of this path is put. A link of that name would be replaced, one to its directory is followed.
+ */
+std::filesystem::path placeOf(const std::string& path)
+{
+    std::error_code failed;
+    const std::filesystem::path whole = std::filesystem::absolute(path, failed);
+    const std::filesystem::path directory = std::filesystem::weakly_canonical(whole.parent_path(), failed);
+    return failed ? whole : directory / whole.filename();
 }
 
 /** A file that is to be signed, encrypted or decrypted. */
@@ -138,6 +150,8 @@ void envelopeFile(Context& context, ByteView recipients, int cipher, const std::
 void envelopeFiles(Context& context, ByteView recipients, int cipher, const std::string& source,
                    const std::string& target, const std::string& encrypted)
 {
+    // The second would take the place of the first, and the content would be lost.
+    require(placeOf(target) != placeOf(encrypted), Code::BadArgument);
     ContentFile content(source);
     const CmsHandle message = startEnvelope(context, recipients, cipher, true);
     FileTarget encryptedFile(encrypted);

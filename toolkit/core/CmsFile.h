@@ -30,7 +30,8 @@ void verifyFile(Context& context, int options, const std::string& message, const
 void envelopeFile(Context& context, ByteView recipients, int cipher, const std::string& source,
                   const std::string& target);
 
-/** Encrypts a file into an envelope, DER, and a file with the bare encrypted content. */
+/** Encrypts a file into an envelope, DER, and a file with the bare encrypted content. Throws BadArgument for
+ * one path for both. */
 void envelopeFiles(Context& context, ByteView recipients, int cipher, const std::string& source,
                    const std::string& target, const std::string& encrypted);
 
