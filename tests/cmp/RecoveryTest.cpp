@@ -3,6 +3,7 @@
 #include <openssl/crmf.h>
 
 #include "CmpTest.h"
+#include "FreedScan.h"
 #include "MemoryGrowth.h"
 #include "Programs.h"
 #include "RawFile.h"
@@ -270,6 +271,9 @@ TEST_P(CmpRecoveries, TheKeyIsTheCallersAlone)
     GTEST_SKIP() << "the sanitizer maps terabytes and keeps freed memory";
 #endif
     const Response response{.pairs = {foreignPair()}};
+    RawFile cipherKey(at("cipher"));
+    FreedScan freed;
+    freed.add(cipherKey.text(), cipherKey.length());
     const RawServer server([&](int client) {
         const Bytes request = readHttpBody(client);
         answerAndEnd(client, httpReply(responseTo(request, response)));
@@ -287,10 +291,10 @@ TEST_P(CmpRecoveries, TheKeyIsTheCallersAlone)
     constexpr std::size_t place = 36;
     constexpr std::size_t length = 32;
     scan.add("key", reinterpret_cast<const char*>(recovered.pData) + place, length);
-    RawFile cipherKey(at("cipher"));
     scan.add("key of the cipher", cipherKey.text() + lostWhenFreed, cipherKey.length() - lostWhenFreed);
     EXPECT_THAT(scan.find(), testing::SizeIs(2)) << "one of each";
     cipherKey.wipe();
     EXPECT_EQ(library.callBare("BINSTR_Delete", &recovered), 0);
     EXPECT_THAT(scan.find(), testing::IsEmpty());
+    EXPECT_EQ(freed.hits(), 0U);
 }

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "CmpTest.h"
+#include "FreedScan.h"
 #include "MemoryGrowth.h"
 #include "RawFile.h"
 #include "samplepki/Extensions.h"
@@ -117,6 +118,8 @@ TEST_P(CmpRounds, CodesAndKeysAreTheCallersAlone)
     code.text()[32] = '\0'; // behind it is the end of the line
     MemoryScan scan;
     scan.add("code", code.text() + lostWhenFreed, 32 - lostWhenFreed);
+    FreedScan freed;
+    freed.add(code.text(), 32);
     BINSTR signCertificate = {};
     BINSTR signKey = {};
     BINSTR* none = nullptr;
@@ -135,4 +138,5 @@ TEST_P(CmpRounds, CodesAndKeysAreTheCallersAlone)
     EXPECT_EQ(library.callBare("BINSTR_Delete", &signCertificate), 0);
     code.wipe();
     EXPECT_THAT(scan.find(), testing::IsEmpty());
+    EXPECT_EQ(freed.hits(), 0U);
 }

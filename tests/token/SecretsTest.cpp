@@ -1,5 +1,6 @@
 // PINs and what a token opens stand in memory only where the caller holds them.
 
+#include "FreedScan.h"
 #include "Programs.h"
 #include "RawFile.h"
 #include "TokenTest.h"
@@ -55,8 +56,11 @@ TEST_P(TokenSecrets, PinsAreTheCallersAlone)
     RawFile other(in("other"));
     RawFile wrong(in("wrong"));
     MemoryScan scan;
-    for (RawFile* file : {&pin, &other, &wrong})
+    FreedScan freed;
+    for (RawFile* file : {&pin, &other, &wrong}) {
         scan.add("PIN", file->text() + lostWhenFreed, file->length() - lostWhenFreed);
+        freed.add(file->text(), file->length());
+    }
     ASSERT_EQ(logIn(wrong), number(Code::WrongPin));
     token("CloseSession");
     ASSERT_EQ(logIn(pin), 0);
@@ -69,6 +73,7 @@ TEST_P(TokenSecrets, PinsAreTheCallersAlone)
     for (RawFile* file : {&pin, &other, &wrong})
         file->wipe();
     EXPECT_THAT(scan.find(), testing::IsEmpty());
+    EXPECT_EQ(freed.hits(), 0U);
 }
 
 TEST_P(TokenSecrets, ARandomValueIsTheCallersAlone)

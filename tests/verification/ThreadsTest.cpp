@@ -1,5 +1,6 @@
 /* All families of operations at once: two contexts of each interface, each on a thread of its own. */
 
+#include <barrier>
 #include <netdb.h>
 #include <thread>
 
@@ -8,6 +9,7 @@
 #include "StatusAnswer.h"
 #include "TestPki.h"
 #include "TimeStampServer.h"
+#include "quillgate/toolkit_token.h"
 
 using namespace samplepki;
 using qgtk::Code;
@@ -36,6 +38,7 @@ void keepLoaded([[maybe_unused]] const Side& side)
 constexpr const char* content = "what is worked on";
 constexpr const char* password = "Passw0rd!";
 constexpr const char* idNumber = "1234561234567";
+constexpr const char* pin = "123456";
 
 /** What all threads read and nobody changes. */
 struct Stage
@@ -55,6 +58,10 @@ struct Stage
         writeFile(served + "/tokens.conf",
                   "directories.tokendir = " + served + "\nobjectstore.backend = file\n");
         setenv("SOFTHSM2_CONF", (served + "/tokens.conf").c_str(), 1);
+        const CommandResult made =
+            runCommand({"env", "SOFTHSM2_CONF=" + served + "/tokens.conf", "softhsm2-util", "--init-token",
+                        "--free", "--label", "T", "--so-pin", "87654321", "--pin", pin});
+        EXPECT_EQ(made.status, 0) << made.output;
     }
 
     const Bytes random = samplepki::fromHex("0102030405060708090a0b0c0d0e0f1011121314");
@@ -68,6 +75,7 @@ struct Stage
     const FileServer files{served};
     const DirectoryServer directory{{{caName, {{"cACertificate;binary", pki.ca.certificate()}}}}};
     const int closedPort = freePort();
+    mutable std::barrier<> tokenUsers{2}; /**< both contexts of the main library begin with tokens at once */
 };
 
 /** A user of one interface, with a context and files of its own. */
@@ -98,7 +106,7 @@ public:
             verifyPath();
             askStatus();
             askServers();
-            lookForTokens();
+            useTokens();
             failAndTell();
             EXPECT_EQ(call("API_Finish"), 0);
         }
@@ -285,16 +293,32 @@ private:
                   number(Code::ServerUnreachable));
     }
 
-    void lookForTokens()
+    /** All on one token, each with a session, a login and a pair of its own. */
+    void useTokens()
     {
         // A module is made ready and ended once for the whole process: only contexts of one interface can
         // agree.
         if (!m_isZrtk)
             return;
+        m_stage.tokenUsers.arrive_and_wait();
+        for (int i = 0; i < 10; ++i) {
+            run("MEDIA_Load", text(QGTK_SOFTHSM_FILE));
+            std::array<unsigned long, 64> slots{};
+            unsigned long count = 0;
+            run("PKCS11_GetSlotList", slots.data(), &count);
+            run("PKCS11_OpenSessionWithTokenName", text(pin), 0);
+            run("PKCS11_CloseSession");
+            run("MEDIA_Unload");
+        }
         run("MEDIA_Load", text(QGTK_SOFTHSM_FILE));
-        std::array<unsigned long, 64> slots{};
-        unsigned long count = 0;
-        run("PKCS11_GetSlotList", slots.data(), &count);
+        run("PKCS11_OpenSessionWithTokenName", text(pin), 0);
+        const std::string id = m_directory;
+        const std::string data = content;
+        run("PKCS11_GenKeyPair", QG_KEYPAIR_P256 + 0, QG_TOKEN_SIGNING + 0, id);
+        run("PKCS11_Verify", id, data, give("PKCS11_Sign", id, data));
+        run("PKCS11_DeleteCertAndPriKey", id);
+        run("PKCS11_Logout");
+        run("PKCS11_CloseSession");
         run("MEDIA_Unload");
     }
 
