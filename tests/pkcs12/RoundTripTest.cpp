@@ -192,7 +192,13 @@ TEST_P(RoundTrip, WhatIsNoPairIsNotExported)
     BinString twice(library, listOf({holder.signing.key, holder.signing.key}));
     EXPECT_EQ(call("PFX_ExportMultiPair", 0, text("p"), &certificates, &twice, &pfx),
               number(Code::KeyMismatch));
+    BinString same(library, listOf({holder.signing.certificate, holder.signing.certificate}));
+    BinString keys(library, listOf({holder.management.key, holder.signing.key}));
+    EXPECT_EQ(call("PFX_ExportMultiPair", 0, text("p"), &same, &keys, &pfx), number(Code::KeyMismatch))
+        << "a key would be lost";
     EXPECT_EQ(pfx.bytes(), "kept");
+    EXPECT_EQ(call("PFX_ExportMultiPair", 0, text("p"), &same, &twice, &pfx), 0)
+        << "two certificates of one key";
 }
 
 TEST_P(RoundTrip, KeysOfOtherKindsArePairedToo)

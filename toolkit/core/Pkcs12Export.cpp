@@ -188,6 +188,12 @@ std::vector<PfxPair> matchPairs(const Crypto& crypto, const std::vector<ByteView
         pairs.push_back(
             {certificates[i].first(certificateLength(certificates[i])), keys[(i + tried) % keys.size()]});
     }
+    for (const ByteView key : keys) {
+        const auto isOf = [key](const PfxPair& pair) {
+            return std::ranges::equal(pair.key, key);
+        };
+        require(std::ranges::any_of(pairs, isOf), Code::KeyMismatch);
+    }
     return pairs;
 }
 

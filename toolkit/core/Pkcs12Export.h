@@ -17,7 +17,8 @@ PfxProfile profileOfOption(int option);
 
 /**
  * Pairs each certificate of a list with the key that fits, wherever in their list keys stand. Throws
- * BadArgument when the lists are empty or not of one length, CertDamaged, KeyNotPlain, KeyMismatch.
+ * BadArgument when the lists are empty or not of one length, CertDamaged, KeyNotPlain, and KeyMismatch, also
+ * for a key that fits no certificate: it would be lost.
  */
 std::vector<PfxPair> matchPairs(const Crypto& crypto, const std::vector<ByteView>& certificates,
                                 const std::vector<ByteView>& keys);
