@@ -45,7 +45,8 @@ struct Sample
 enum class Tolerance
 {
     Nothing,  /**< anything but what is right is refused */
-    Optional, /**< the same, and it may be left out */
+    Own,      /**< the same, and what the other holder has is refused too */
+    Optional, /**< what Nothing says, and it may be left out */
     Anything, /**< any bytes do; none at all do not */
     Chosen,   /**< the same, and each makes something new of that name */
     Unread    /**< it is not looked at, or is missed at once for a reason of the caller's own */
@@ -99,6 +100,11 @@ inline Argument in(const Sample& sample, Tolerance tolerance = Tolerance::Nothin
 inline Argument in(const std::string& value, Tolerance tolerance = Tolerance::Nothing)
 {
     return in(Sample{Kind::Value, value}, tolerance);
+}
+/** What belongs to one holder, as half of a pair. */
+inline Argument own(const Sample& sample)
+{
+    return in(sample, Tolerance::Own);
 }
 /** Bytes that may be any, as what is to be hashed. */
 inline Argument any(const std::string& bytes)

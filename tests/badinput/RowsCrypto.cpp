@@ -34,7 +34,7 @@ void addCiphers(std::vector<Row>& rows)
                         return {number(QG_KEY_PUBLIC), in(s.publicKey), any(s.content), out()};
                     }});
     rows.push_back({"CRYPTAsymDecrypt", [](auto&, auto& s) -> RightCall {
-                        return {number(QG_KEY_PRIVATE), in(s.key), in(s.encryptedBytes), out()};
+                        return {number(QG_KEY_PRIVATE), own(s.key), in(s.encryptedBytes), out()};
                     }});
     rows.push_back({"CRYPTGenSharedKey", [](auto&, auto& s) -> RightCall {
                         return {number(QG_AGREEMENT_ECDH), in(s.curveKey), in(s.otherCurvePublic), out()};
@@ -44,17 +44,17 @@ void addCiphers(std::vector<Row>& rows)
 void addSignatures(std::vector<Row>& rows)
 {
     rows.push_back({"CRYPTSign", [](auto&, auto& s) -> RightCall {
-                        return {in(s.publicKey), in(s.key), hash, any(s.content), out()};
+                        return {own(s.publicKey), own(s.key), hash, any(s.content), out()};
                     }});
     for (const char* operation : {"ZRTK_CRYPT_SignFile", "GPKI_CRYPT_Sign_File"})
         rows.push_back({operation, [](auto&, auto& s) -> RightCall {
-                            return {in(s.publicKey), in(s.key), hash, anyFile(s.content), outFile()};
+                            return {own(s.publicKey), own(s.key), hash, anyFile(s.content), outFile()};
                         }});
     rows.push_back({"CRYPTVerify", [](auto&, auto& s) -> RightCall {
-                        return {in(s.publicKey), hash, in(s.text), in(s.signature)};
+                        return {own(s.publicKey), hash, in(s.text), in(s.signature)};
                     }});
     rows.push_back({"CRYPTVerifyFile", [](auto&, auto& s) -> RightCall {
-                        return {in(s.publicKey), hash, file(s.text), file(s.signature)};
+                        return {own(s.publicKey), hash, file(s.text), file(s.signature)};
                     }});
     rows.push_back({"CRYPTHash", [](auto&, auto& s) -> RightCall {
                         return {hash, any(s.content), out()};

@@ -16,7 +16,7 @@ void addKeyRows(std::vector<Row>& rows)
                         return {textIn(s.password), anyText(), in(s.encryptedKey), out()};
                     }});
     rows.push_back({"PriKeyCheckKeyPair", [](auto&, auto& s) -> RightCall {
-                        return {in(s.certificate), in(s.key)};
+                        return {own(s.certificate), own(s.key)};
                     }});
     rows.push_back({"VIDGetRandomFromPriKey", [](auto&, auto& s) -> RightCall {
                         return {in(s.identifiedKey), out()};

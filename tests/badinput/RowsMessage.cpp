@@ -12,7 +12,7 @@ const std::string time = "2026-01-01 00:00:00";
 void addSigning(std::vector<Row>& rows)
 {
     rows.push_back({"CMSMakeSignedData", [](auto&, auto& s) -> RightCall {
-                        return {option, in(s.certificate), in(s.key), any(s.content), textIn(time), out()};
+                        return {option, own(s.certificate), own(s.key), any(s.content), textIn(time), out()};
                     }});
     rows.push_back({"CMSMakeSignedDataWithAddSigner", [](auto&, auto& s) -> RightCall {
                         return {option,           in(s.otherCertificate), in(s.otherKey),
@@ -34,13 +34,13 @@ void addSigning(std::vector<Row>& rows)
              const std::string bytes =
                  b.give("CMSMakekTBSData", {option, in(s.certificate), any(s.content), fixed(time), out()});
              return {in(b.give("CRYPTSign",
-                               {in(s.certificate), in(s.key), number(QG_HASH_SHA256), any(bytes), out()})),
+                               {own(s.certificate), own(s.key), number(QG_HASH_SHA256), any(bytes), out()})),
                      out()};
          }});
     for (const char* operation : {"CMSMakeSignedDataFile", "CMSMakeSignedDataFileWithContent"})
         rows.push_back(
             {operation, [](auto&, auto& s) -> RightCall {
-                 return {in(s.certificate), in(s.key), anyFile(s.content), textIn(time), outFile()};
+                 return {own(s.certificate), own(s.key), anyFile(s.content), textIn(time), outFile()};
              }});
     rows.push_back({"CMSProcessSignedDataFile", [](auto&, auto& s) -> RightCall {
                         return {file(s.detachedData), file(s.content), out(Optional), buffer()};
@@ -63,7 +63,7 @@ void addEnveloping(std::vector<Row>& rows)
                             return {option, in(s.certificates), any(s.content), cipher, out()};
                         }});
     rows.push_back({"CMSProcessEnvelopedData", [](auto&, auto& s) -> RightCall {
-                        return {in(s.certificate), in(s.key), in(s.envelopedData), out()};
+                        return {own(s.certificate), own(s.key), in(s.envelopedData), out()};
                     }});
     rows.push_back({"CMSMakeEnvelopedDataFile", [](auto&, auto& s) -> RightCall {
                         return {in(s.certificates), anyFile(s.content), cipher, outFile(), outFile()};
@@ -75,19 +75,20 @@ void addEnveloping(std::vector<Row>& rows)
                         return {in(s.certificates), anyFile(s.content), cipher, outFile()};
                     }});
     rows.push_back({"CMSProcessEnvDataFileWithContent", [](auto&, auto& s) -> RightCall {
-                        return {in(s.certificate), in(s.key), file(s.envelopedData), outFile()};
+                        return {own(s.certificate), own(s.key), file(s.envelopedData), outFile()};
                     }});
     rows.push_back({"CMSProcessEnvelopedDataFile", [](auto&, auto& s) -> RightCall {
                         // Nothing in the bare output of a cipher says whether it is the right one.
-                        return {in(s.certificate), in(s.key), file(s.envelopeBeside),
+                        return {own(s.certificate), own(s.key), file(s.envelopeBeside),
                                 anyFile(s.encryptedBeside.bytes), outFile()};
                     }});
     rows.push_back(
         {"CMSMakeSignedAndEnvData", [](auto&, auto& s) -> RightCall {
-             return {option, in(s.certificate), in(s.key), in(s.certificates), any(s.content), cipher, out()};
+             return {option, own(s.certificate), own(s.key), in(s.certificates), any(s.content), cipher,
+                     out()};
          }});
     rows.push_back({"CMSProcessSignedAndEnvData", [](auto&, auto& s) -> RightCall {
-                        return {option, in(s.certificate), in(s.key), in(s.signedAndEnveloped),
+                        return {option, own(s.certificate), own(s.key), in(s.signedAndEnveloped),
                                 out(),  out(Optional)};
                     }});
     rows.push_back({"CMSMakeEncryptedData", [](auto& b, auto& s) -> RightCall {
@@ -105,7 +106,7 @@ void addEnveloping(std::vector<Row>& rows)
 void addWireless(std::vector<Row>& rows)
 {
     rows.push_back({"GPKI_WCMS_MakeSignedContent", [](auto&, auto& s) -> RightCall {
-                        return {in(s.certificate), in(s.key), any(s.content), textIn(time), out()};
+                        return {own(s.certificate), own(s.key), any(s.content), textIn(time), out()};
                     }});
     rows.push_back({"GPKI_WCMS_ProcessSignedContent", [](auto&, auto& s) -> RightCall {
                         return {in(s.signedData), out(), out(Optional), buffer()};
@@ -114,7 +115,7 @@ void addWireless(std::vector<Row>& rows)
                         return {in(s.certificates), any(s.content), cipher, out()};
                     }});
     rows.push_back({"WPKISignData", [](auto&, auto& s) -> RightCall {
-                        return {in(s.certificate), in(s.key), any(s.content), out()};
+                        return {own(s.certificate), own(s.key), any(s.content), out()};
                     }});
     for (const char* operation : {"WPKIVerifyData", "UNIVerifySignData"})
         rows.push_back({operation, [](auto&, auto& s) -> RightCall {
@@ -122,14 +123,14 @@ void addWireless(std::vector<Row>& rows)
                         }});
     rows.push_back({"WPKIEncryptData", [](auto&, auto& s) -> RightCall {
                         return {in(s.certificates), any(s.content), cipher,
-                                in(s.certificate),  in(s.key),      out()};
+                                own(s.certificate), own(s.key),     out()};
                     }});
     rows.push_back({"WPKIDecryptData", [](auto&, auto& s) -> RightCall {
-                        return {in(s.certificate), in(s.key), in(s.letter), out()};
+                        return {own(s.certificate), own(s.key), in(s.letter), out()};
                     }});
     for (const char* operation : {"UNIDecryptEnvData", "GPKI_WCMS_ProcessWapEnvelopedData"})
         rows.push_back({operation, [](auto&, auto& s) -> RightCall {
-                            return {in(s.certificate), in(s.key), in(s.envelopedData), out()};
+                            return {own(s.certificate), own(s.key), in(s.envelopedData), out()};
                         }});
     rows.push_back({"WPKIVerifyCert", [](auto& b, auto& s) -> RightCall {
                         trustAuthorities(b, s);
@@ -141,11 +142,11 @@ void addContainers(std::vector<Row>& rows)
 {
     rows.push_back({"PFXExport", [](auto&, auto& s) -> RightCall {
                         return {
-                            option,         anyText(), in(s.certificate), in(s.key), in(s.otherCertificate),
+                            option,         anyText(), own(s.certificate), own(s.key), in(s.otherCertificate),
                             in(s.otherKey), out()};
                     }});
     rows.push_back({"PFXExport2", [](auto&, auto& s) -> RightCall {
-                        return {option, anyText(), in(s.certificate), in(s.key), in(s.authorities), out()};
+                        return {option, anyText(), own(s.certificate), own(s.key), in(s.authorities), out()};
                     }});
     rows.push_back({"PFXImport", [](auto& b, auto& s) -> RightCall {
                         // Each side passes the records on that it knows; on the ZR side the last may be

@@ -14,7 +14,7 @@ void addStatus(std::vector<Row>& rows)
 {
     rows.push_back({"OCSPMakeOCSPReq", [](auto& b, auto& s) -> RightCall {
                         trustAuthorities(b, s);
-                        return {in(s.certificates), number(1), in(s.certificate), in(s.key), out()};
+                        return {in(s.certificates), number(1), own(s.certificate), own(s.key), out()};
                     }});
     // The certificate is asked for the address alone, when there is no other.
     rows.push_back({"OCSPSendAndRecv", [](auto&, auto& s) -> RightCall {
@@ -57,7 +57,7 @@ void addTimeStamps(std::vector<Row>& rows)
         {"TSPSendAndRecv2", [](auto& b, auto& s) -> RightCall {
              trustAuthorities(b, s);
              const std::string request = b.give("TSPMakeReqMsg", {any(s.content), hash, policy, number(0),
-                                                                  in(s.certificate), in(s.key), out()});
+                                                                  own(s.certificate), own(s.key), out()});
              return {in(Sample{Kind::StampResponse, stampResponseTo(request)}), out(Optional), out()};
          }});
     rows.push_back({"TSPVerifyToken", [](auto& b, auto& s) -> RightCall {
@@ -101,8 +101,8 @@ void addAuthorities(std::vector<Row>& rows)
     rows.push_back({"CMPCertCertRevoke", [](auto& b, auto& s) -> RightCall {
                         trustAuthorities(b, s);
                         return {unreachable,
-                                {host, port, number(0), in(s.certificate), in(s.key), in(s.otherCertificate),
-                                 in(s.otherKey)}};
+                                {host, port, number(0), own(s.certificate), own(s.key),
+                                 in(s.otherCertificate), in(s.otherKey)}};
                     }});
     rows.push_back(
         {"CMPCertCertRevoke2", [](auto& b, auto& s) -> RightCall {
@@ -112,7 +112,7 @@ void addAuthorities(std::vector<Row>& rows)
     rows.push_back({"CMPCertCertRecovery", [](auto&, auto& s) -> RightCall {
                         return {
                             unreachable,
-                            {host, port, anyText(), anyText(), in(s.certificate), in(s.key), out(), out()}};
+                            {host, port, anyText(), anyText(), own(s.certificate), own(s.key), out(), out()}};
                     }});
 }
 

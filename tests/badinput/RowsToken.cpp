@@ -75,7 +75,7 @@ void makeToken(const Samples& s)
         maker.run("MediaLoad", {fixed(QGTK_SOFTHSM_FILE)});
         maker.run("PKCS11InitToken", {fixed(officerPin), fixed(userPin)});
         open(maker);
-        maker.run("PKCS11WriteCertAndPriKey", {in(s.certificate), in(s.key)});
+        maker.run("PKCS11WriteCertAndPriKey", {own(s.certificate), own(s.key)});
         return true;
     }();
     static_cast<void>(made);
@@ -166,7 +166,7 @@ void addCmp(std::vector<Row>& rows)
                         openToken(b, s);
                         return {unreachable,
                                 {host, port, number(0), number(0), anyText(s.idNumber), file(s.authority),
-                                 in(s.certificate), in(s.key), in(s.otherCertificate), in(s.otherKey),
+                                 own(s.certificate), own(s.key), in(s.otherCertificate), in(s.otherKey),
                                  chosen("first"), chosen("second")}};
                     }});
     rows.push_back({"PKCS11CMPCertRevoke", [](auto& b, auto& s) -> RightCall {

@@ -28,15 +28,15 @@ void addServers(std::vector<Row>& rows)
 void addChallenges(std::vector<Row>& rows)
 {
     rows.push_back({"SIGEAMakeResponse", [](auto&, auto& s) -> RightCall {
-                        return {in(s.challenge), in(s.certificate), in(s.key), out()};
+                        return {in(s.challenge), own(s.certificate), own(s.key), out()};
                     }});
     rows.push_back(
         {"SIGEAVerifyResponse", [](auto& b, auto& s) -> RightCall {
              const Sample challenge = {Kind::Challenge,
                                        b.give("SIGEAMakeChallenge", {exchanged(s.challenge)})};
              const std::string response =
-                 b.give("SIGEAMakeResponse", {in(challenge), in(s.certificate), in(s.key), out()});
-             return {in(Sample{Kind::ChallengeResponse, response}), in(challenge), in(s.certificate)};
+                 b.give("SIGEAMakeResponse", {in(challenge), own(s.certificate), own(s.key), out()});
+             return {in(Sample{Kind::ChallengeResponse, response}), in(challenge), own(s.certificate)};
          }});
 }
 

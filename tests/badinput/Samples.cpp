@@ -172,6 +172,8 @@ std::vector<const Sample*> Samples::all()
     return {&s.damagedExtension,
             &s.otherDamagedExtension,
             &s.certificate,
+            &s.otherCertificate,
+            &s.otherKey,
             &s.certificates,
             &s.key,
             &s.publicKey,

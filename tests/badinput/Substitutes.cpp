@@ -50,12 +50,21 @@ void addRandom(std::vector<Substitute>& list, Kind wanted)
     list.push_back({"no end", Substitute::Bytes, std::string("0\x80\x30\x80", 4), false});
 }
 
+/** Whether something is the other holder's. */
+bool isOthers(const Sample& sample)
+{
+    const Samples& s = Samples::get();
+    return sample.bytes == s.otherCertificate.bytes || sample.bytes == s.otherKey.bytes;
+}
+
 void addOthers(std::vector<Substitute>& list, const Argument& argument)
 {
+    const bool isOwn = argument.tolerance == Tolerance::Own;
     for (const Sample* sample : Samples::all())
         if (sample->bytes != argument.good.bytes)
             list.push_back({"another's output " + std::to_string(static_cast<int>(sample->kind)),
-                            Substitute::Bytes, sample->bytes, passesFor(argument.good.kind, sample->kind)});
+                            Substitute::Bytes, sample->bytes,
+                            passesFor(argument.good.kind, sample->kind) && !(isOwn && isOthers(*sample))});
 }
 
 void addAltered(std::vector<Substitute>& list, const std::string& good)
