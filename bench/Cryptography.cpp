@@ -4,6 +4,7 @@
 #include <openssl/evp.h>
 #include <openssl/x509.h>
 #include <quillgate/toolkit.h>
+#include <samplepki/Authority.h>
 #include <stdexcept>
 #include <unistd.h>
 #include <vector>
@@ -45,6 +46,28 @@ EVP_PKEY* BareOpenSsl::key(const samplepki::Bytes& plain) const
     EVP_PKEY* decoded = EVP_PKCS82PKEY_ex(info, context, nullptr);
     PKCS8_PRIV_KEY_INFO_free(info);
     return decoded;
+}
+
+Path::Path() : caKey(samplepki::KeyPool::key(samplepki::KeyKind::Rsa2048, 1))
+{
+    using namespace samplepki;
+    const KeyPair& leafKey = KeyPool::key(KeyKind::Rsa2048, 2);
+    Authority top = Authority::root(nameFromText("cn=Root,o=yessign,c=kr"), KeyPool::key());
+    Authority authority = top.intermediate(nameFromText("cn=CA,o=yessign,c=kr"), caKey);
+    root = top.certificate();
+    ca = authority.certificate();
+    leaf = authority.issue({.subject = nameFromText("cn=holder,o=yessign,c=kr"),
+                            .key = leafKey,
+                            .policies = {{"1.2.410.200005.1.1.1"}},
+                            .crlPoints = {"ldap://ds.example/ou=dp1,o=yessign,c=kr"},
+                            .ocspUrl = "http://ocsp.example"});
+    key = leafKey.privateKeyInfo();
+}
+
+const Path& path()
+{
+    static const Path made;
+    return made;
 }
 
 LargeFiles::LargeFiles()

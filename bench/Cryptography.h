@@ -5,7 +5,7 @@
 #include <string>
 
 #include "quillgate/binstr.h"
-#include "samplepki/Der.h"
+#include "samplepki/KeyPair.h"
 
 /** A context of the open toolkit, through the library. Throws when it can't be loaded. */
 class Toolkit
@@ -37,6 +37,22 @@ public:
 private:
     OSSL_PROVIDER* m_standard;
 };
+
+/** Three certificates of a path in DER, each with what those of the field carry. */
+struct Path
+{
+    Path();
+
+    samplepki::Bytes root;
+    samplepki::Bytes ca;
+    samplepki::Bytes leaf;
+    samplepki::Bytes key; /**< the leaf's, a plain PKCS#8 PrivateKeyInfo */
+    const samplepki::KeyPair& caKey;
+};
+
+/** The path of all benchmarks, made at the first call. The keys belong to the default context of that moment,
+ * which must be the process's own. */
+const Path& path();
 
 /** A file in memory of 100 MiB and names beside it: what is measured is the work, not a disk. All are removed
  * at the end. */

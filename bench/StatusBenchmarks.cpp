@@ -2,11 +2,11 @@
 // against OpenSSL alone.
 
 #include <benchmark/benchmark.h>
+#include <ctime>
 #include <openssl/ocsp.h>
 #include <openssl/rand.h>
 #include <openssl/ts.h>
 #include <quillgate/toolkit.h>
-#include <samplepki/Authority.h>
 
 #include "Cryptography.h"
 
@@ -16,32 +16,13 @@ using samplepki::Bytes;
 
 constexpr const char* content = "what is stamped";
 
-/** A path of three certificates, a request about the last and its response, which the authority signs. */
+/** A request about the path's last certificate and the response, which the authority signs. */
 struct Exchange
 {
-    Exchange()
-    {
-        using namespace samplepki;
-        Authority top = Authority::root(nameFromText("cn=Root,o=yessign,c=kr"), KeyPool::key());
-        Authority authority =
-            top.intermediate(nameFromText("cn=CA,o=yessign,c=kr"), KeyPool::key(KeyKind::Rsa2048, 1));
-        root = top.certificate();
-        ca = authority.certificate();
-        leaf = authority.issue(
-            {.subject = nameFromText("cn=holder,o=yessign,c=kr"), .key = KeyPool::key(KeyKind::Rsa2048, 2)});
-        key = KeyPool::key(KeyKind::Rsa2048, 2).privateKeyInfo();
-        answer();
-    }
+    Exchange();
 
-    Bytes root;
-    Bytes ca;
-    Bytes leaf;
-    Bytes key; /**< of the leaf; nothing is signed with it */
     Bytes request;
     Bytes response;
-
-private:
-    void answer();
 };
 
 template <typename I2d, typename T>
@@ -72,18 +53,17 @@ OCSP_REQUEST* makeRequest(const BareOpenSsl& bare, X509* ca, const Bytes& leaf)
     return request;
 }
 
-void Exchange::answer()
+Exchange::Exchange()
 {
     const BareOpenSsl bare;
-    X509* issuer = bare.certificate(ca);
-    OCSP_REQUEST* asked = makeRequest(bare, issuer, leaf);
+    X509* issuer = bare.certificate(path().ca);
+    OCSP_REQUEST* asked = makeRequest(bare, issuer, path().leaf);
     OCSP_BASICRESP* basic = OCSP_BASICRESP_new();
     ASN1_TIME* now = ASN1_GENERALIZEDTIME_set(nullptr, std::time(nullptr));
     OCSP_CERTID* id = OCSP_onereq_get0_id(OCSP_request_onereq_get0(asked, 0));
     OCSP_basic_add1_status(basic, id, V_OCSP_CERTSTATUS_GOOD, 0, nullptr, now, nullptr);
     OCSP_copy_nonce(basic, asked);
-    OCSP_basic_sign(basic, issuer, samplepki::KeyPool::key(samplepki::KeyKind::Rsa2048, 1).get(),
-                    EVP_sha256(), nullptr, 0);
+    OCSP_basic_sign(basic, issuer, path().caKey.get(), EVP_sha256(), nullptr, 0);
     OCSP_RESPONSE* whole = OCSP_response_create(OCSP_RESPONSE_STATUS_SUCCESSFUL, basic);
     request = encoded(i2d_OCSP_REQUEST, asked);
     response = encoded(i2d_OCSP_RESPONSE, whole);
@@ -106,8 +86,8 @@ class Asker : public Toolkit
 public:
     Asker()
     {
-        BINSTR root = record(exchange().root);
-        BINSTR ca = record(exchange().ca);
+        BINSTR root = record(path().root);
+        BINSTR ca = record(path().ca);
         if (CertAddTrustedCert(context, &root) != 0 || ZR_SetCaPubs(context, &ca) != 0)
             throw std::runtime_error("the toolkit refuses the authorities");
     }
@@ -117,23 +97,27 @@ public:
 class AsDefault
 {
 public:
-    explicit AsDefault(const BareOpenSsl& bare) : m_before(OSSL_LIB_CTX_set0_default(bare.context)) {}
+    /** The exchange is made ahead: its keys are kept for other benchmarks, and would outlive this context. */
+    explicit AsDefault(const BareOpenSsl& bare)
+    {
+        exchange();
+        m_before = OSSL_LIB_CTX_set0_default(bare.context);
+    }
     ~AsDefault() { OSSL_LIB_CTX_set0_default(m_before); }
     AsDefault(const AsDefault&) = delete;
     AsDefault& operator=(const AsDefault&) = delete;
 
 private:
-    OSSL_LIB_CTX* m_before;
+    OSSL_LIB_CTX* m_before = nullptr;
 };
 
 void FloorStatusRequest(benchmark::State& state)
 {
     const BareOpenSsl bare;
     const AsDefault own(bare);
-    const Exchange& about = exchange();
     for (auto _ : state) {
-        X509* issuer = bare.certificate(about.ca);
-        OCSP_REQUEST* request = makeRequest(bare, issuer, about.leaf);
+        X509* issuer = bare.certificate(path().ca);
+        OCSP_REQUEST* request = makeRequest(bare, issuer, path().leaf);
         benchmark::DoNotOptimize(encoded(i2d_OCSP_REQUEST, request));
         OCSP_REQUEST_free(request);
         X509_free(issuer);
@@ -143,8 +127,8 @@ void FloorStatusRequest(benchmark::State& state)
 void StatusRequest(benchmark::State& state)
 {
     const Asker asker;
-    BINSTR leaf = record(exchange().leaf);
-    BINSTR key = record(exchange().key);
+    BINSTR leaf = record(path().leaf);
+    BINSTR key = record(path().key);
     for (auto _ : state) {
         BINSTR request = {};
         if (OCSPMakeOCSPReq(asker.context, &leaf, false, &leaf, &key, &request) != 0)
@@ -159,7 +143,7 @@ bool bareVerify(const BareOpenSsl& bare, X509_STORE* store)
     OCSP_REQUEST* request = decoded(d2i_OCSP_REQUEST, exchange().request);
     OCSP_RESPONSE* response = decoded(d2i_OCSP_RESPONSE, exchange().response);
     OCSP_BASICRESP* basic = OCSP_response_get1_basic(response);
-    X509* ca = bare.certificate(exchange().ca);
+    X509* ca = bare.certificate(path().ca);
     STACK_OF(X509)* signers = sk_X509_new_null();
     sk_X509_push(signers, ca);
     X509_STORE_CTX* run = X509_STORE_CTX_new_ex(bare.context, nullptr);
@@ -184,7 +168,7 @@ void FloorStatusResponse(benchmark::State& state)
     const BareOpenSsl bare;
     const AsDefault own(bare);
     X509_STORE* store = X509_STORE_new();
-    X509* root = bare.certificate(exchange().root);
+    X509* root = bare.certificate(path().root);
     X509_STORE_add_cert(store, root);
     for (auto _ : state)
         if (!bareVerify(bare, store))
@@ -244,8 +228,8 @@ void StampRequest(benchmark::State& state)
     const Asker asker;
     const Bytes data = content;
     BINSTR input = record(data);
-    BINSTR leaf = record(exchange().leaf);
-    BINSTR key = record(exchange().key);
+    BINSTR leaf = record(path().leaf);
+    BINSTR key = record(path().key);
     char policy[] = "";
     for (auto _ : state) {
         BINSTR request = {};

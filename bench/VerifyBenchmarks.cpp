@@ -1,66 +1,26 @@
 // The verdict on a certificate, below an authority, below a trusted root, without a network.
 
 #include <benchmark/benchmark.h>
-#include <openssl/provider.h>
 #include <openssl/x509.h>
 #include <quillgate/toolkit.h>
-#include <samplepki/Authority.h>
 
 #include "Cryptography.h"
 
 namespace {
 
-using samplepki::Bytes;
-
-/** Three certificates of a path, each with what those of the field carry. */
-struct Path
-{
-    Path()
-    {
-        using namespace samplepki;
-        Authority top = Authority::root(nameFromText("cn=Root,o=yessign,c=kr"), KeyPool::key());
-        Authority authority =
-            top.intermediate(nameFromText("cn=CA,o=yessign,c=kr"), KeyPool::key(KeyKind::Rsa2048, 1));
-        root = top.certificate();
-        ca = authority.certificate();
-        leaf = authority.issue({.subject = nameFromText("cn=holder,o=yessign,c=kr"),
-                                .key = KeyPool::key(KeyKind::Rsa2048, 2),
-                                .policies = {{"1.2.410.200005.1.1.1"}},
-                                .crlPoints = {"ldap://ds.example/ou=dp1,o=yessign,c=kr"},
-                                .ocspUrl = "http://ocsp.example"});
-    }
-
-    Bytes root;
-    Bytes ca;
-    Bytes leaf;
-};
-
-const Path& path()
-{
-    static const Path made;
-    return made;
-}
-
-X509* parse(OSSL_LIB_CTX* context, const Bytes& der)
-{
-    const auto* cursor = reinterpret_cast<const unsigned char*>(der.data());
-    X509* certificate = X509_new_ex(context, nullptr);
-    return d2i_X509(&certificate, &cursor, static_cast<long>(der.size()));
-}
-
 /** Parses leaf and authority and validates the path; the root is there already. */
 void FloorVerify(benchmark::State& state)
 {
-    OSSL_LIB_CTX* context = OSSL_LIB_CTX_new();
+    const BareOpenSsl bare;
     X509_STORE* store = X509_STORE_new();
-    X509* root = parse(context, path().root);
+    X509* root = bare.certificate(path().root);
     X509_STORE_add_cert(store, root);
     for (auto _ : state) {
-        X509* ca = parse(context, path().ca);
-        X509* leaf = parse(context, path().leaf);
+        X509* ca = bare.certificate(path().ca);
+        X509* leaf = bare.certificate(path().leaf);
         STACK_OF(X509)* pool = sk_X509_new_null();
         sk_X509_push(pool, ca);
-        X509_STORE_CTX* run = X509_STORE_CTX_new_ex(context, nullptr);
+        X509_STORE_CTX* run = X509_STORE_CTX_new_ex(bare.context, nullptr);
         X509_STORE_CTX_init(run, store, leaf, pool);
         if (X509_verify_cert(run) != 1)
             state.SkipWithError("the path is not valid");
@@ -71,7 +31,6 @@ void FloorVerify(benchmark::State& state)
     }
     X509_free(root);
     X509_STORE_free(store);
-    OSSL_LIB_CTX_free(context);
 }
 
 void Verify(benchmark::State& state)
