@@ -6,6 +6,7 @@
 void RatioReporter::ReportRuns(const std::vector<Run>& runs)
 {
     for (const Run& run : runs) {
+        m_failed = m_failed || run.error_occurred;
         if (run.run_type != Run::RT_Iteration || run.error_occurred)
             continue;
         const double time = run.real_accumulated_time / static_cast<double>(run.iterations) * 1e9;

@@ -26,7 +26,11 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
+    /** Says whether what was to be measured went wrong in any run. */
+    bool failed() const { return m_failed; }
+
 private:
     std::vector<Ratio> m_ratios;
+    bool m_failed = false;
     std::map<std::string, double> m_minimum; /**< Nanoseconds an iteration, by name. */
 };

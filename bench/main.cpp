@@ -64,5 +64,5 @@ int main(int argc, char** argv)
     RatioReporter reporter(ratios());
     benchmark::RunSpecifiedBenchmarks(&reporter);
     printMemory();
-    return 0;
+    return reporter.failed() ? 1 : 0;
 }
