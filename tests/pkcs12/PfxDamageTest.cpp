@@ -17,6 +17,7 @@ namespace der = samplepki::der;
 namespace {
 
 constexpr const char* tripleDes = "1.2.840.113549.1.12.1.3";
+constexpr const char* md2Des = "1.2.840.113549.1.5.1";
 const std::string sha1 = der::sequence({der::oid("1.3.14.3.2.26"), der::element(der::Null, "")});
 
 const qgtk::Crypto& crypto()
@@ -31,10 +32,10 @@ std::string string(qgtk::ByteView bytes)
 }
 
 /** A key that says it is sealed with an iteration count. */
-std::string sealedWith(const std::string& count)
+std::string sealedWith(const std::string& count, const char* algorithm = tripleDes)
 {
     return pfx::sealedKey(der::sequence(
-        {pfx::algorithm(tripleDes, count), der::element(der::OctetString, std::string(16, 'x'))}));
+        {pfx::algorithm(algorithm, count), der::element(der::OctetString, std::string(16, 'x'))}));
 }
 
 /** Bags in an encrypted content that the password "p" opens. */
@@ -195,7 +196,10 @@ TEST_P(PfxDamage, ManyBagsTogetherAreRefusedAtOnce)
     EXPECT_EQ(codeOf({pfx::plain(std::vector<std::string>(1000, pfx::bag("1.2.3", der::sequence({}))))}), 0);
     EXPECT_EQ(codeOf({pfx::plain(std::vector<std::string>(1001, pfx::bag("1.2.3", der::sequence({}))))}),
               number(Code::PfxTooCostly));
+    EXPECT_EQ(codeOf({pfx::plain({sealedWith("\x19\x6e\x6b", md2Des)})}), number(Code::PfxTooCostly))
+        << "1,666,667 rounds of MD2, each as dear as three";
     restartWith("MAX_ITERATIONS=3");
+    EXPECT_EQ(codeOf({pfx::plain({sealedWith("\x01", md2Des)})}), 4505);
     EXPECT_EQ(codeOf({pfx::plain({sealedWith("\x02"), sealedWith("\x02")})}), number(Code::PfxTooCostly))
         << "as configured";
     EXPECT_EQ(codeOf({pfx::plain({sealedWith("\x02"), sealedWith("\x01")})}), 4505);
