@@ -53,8 +53,7 @@ void readAsOpenSsl(Context& context, ByteView der)
 void fuzz(ByteView input)
 {
     static Context context("");
-    static const bool trusting =
-        (context.trust(material("root")), context.setCaCertificates(material("authority")), true);
+    static const bool trusting = (trustAuthorities(context), true);
     expect(trusting);
     attempt([&] { readFields(context, input); });
     attempt([&] { readAsOpenSsl(context, input); });

@@ -19,8 +19,7 @@ struct Reader
 {
     Reader()
     {
-        context.trust(material("root"));
-        context.setCaCertificates(material("authority"));
+        trustAuthorities(context);
         context.verifySettings.source = StatusSource::None;
         holder = requestSigner(context.crypto(), material("holder"), material("holder-key"));
         curveHolder = requestSigner(context.crypto(), material("curve-holder"), material("curve-holder-key"));

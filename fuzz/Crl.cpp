@@ -10,8 +10,7 @@ void fuzz(ByteView input)
 {
     static Context context("");
     static const Bytes holder = material("holder");
-    static const bool trusting =
-        (context.trust(material("root")), context.setCaCertificates(material("authority")), true);
+    static const bool trusting = (trustAuthorities(context), true);
     expect(trusting);
     context.verifySettings.wholeChain = false;
     context.verifySettings.crl.assign(input.begin(), input.end());

@@ -16,3 +16,9 @@ qgtk::Bytes material(const char* name)
     }
     return {std::istreambuf_iterator<char>(file), {}};
 }
+
+void trustAuthorities(qgtk::Context& context)
+{
+    context.trust(material("root"));
+    context.setCaCertificates(material("authority"));
+}

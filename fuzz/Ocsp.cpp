@@ -10,11 +10,7 @@ namespace {
 
 struct Asker
 {
-    Asker()
-    {
-        context.trust(material("root"));
-        context.setCaCertificates(material("authority"));
-    }
+    Asker() { trustAuthorities(context); }
 
     Context context{""};
     Bytes request = material("status-request");

@@ -12,8 +12,7 @@ struct Asker
 {
     Asker()
     {
-        context.trust(material("root"));
-        context.setCaCertificates(material("authority"));
+        trustAuthorities(context);
         context.stampRequest = material("stamp-request");
     }
 
