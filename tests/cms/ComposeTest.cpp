@@ -29,7 +29,7 @@ protected:
 
     void expectGood(const std::string& message)
     {
-        EXPECT_EQ(cms(message, {"-verify", "-binary", "-CAfile", rootFile(), "-purpose", "any"}), content);
+        EXPECT_EQ(cms(message, verifyOptions()), content);
         EXPECT_EQ(verify(message).content, content);
     }
 };

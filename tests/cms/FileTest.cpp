@@ -32,11 +32,6 @@ protected:
         return list;
     }
 
-    std::vector<std::string> verifyOptions() const
-    {
-        return {"-verify", "-binary", "-CAfile", rootFile(), "-purpose", "any"};
-    }
-
     std::string content;
     std::string source;
     std::string message;
@@ -66,9 +61,7 @@ TEST_P(MessageFiles, AreSignedWithoutTheirContent)
     for (const Holder* holder : {&hong(), &ecHong()}) {
         ASSERT_EQ(signFile(*holder, source, message, false), 0);
         EXPECT_LT(std::filesystem::file_size(message), 3000U);
-        std::vector<std::string> options = verifyOptions();
-        options.insert(options.end(), {"-content", source});
-        EXPECT_EQ(cms(readFile(message), options), content);
+        EXPECT_EQ(cms(readFile(message), verifyOptions({"-content", source})), content);
         const CommandResult certtool = run({"certtool", "--p7-verify", "--inder", "--infile", message,
                                             "--load-data", source, "--load-ca-certificate", rootFile()});
         EXPECT_EQ(certtool.status, 0) << certtool.output;

@@ -65,6 +65,13 @@ const std::string& rootFile()
     return file;
 }
 
+std::vector<std::string> verifyOptions(const std::vector<std::string>& more)
+{
+    std::vector<std::string> options = {"-verify", "-binary", "-CAfile", rootFile(), "-purpose", "any"};
+    options.insert(options.end(), more.begin(), more.end());
+    return options;
+}
+
 void MessageTest::setOptions(int options)
 {
     ASSERT_EQ(call(isZrtk() ? "CMS_SetOption" : "API_SetOption", options), 0);

@@ -23,6 +23,9 @@ const Holder& ecKim();
 TestPki& messagePki();
 const std::string& rootFile();
 
+/** Arguments by which `openssl cms` verifies a message up to that root, whatever the certificates are for. */
+std::vector<std::string> verifyOptions(const std::vector<std::string>& more = {});
+
 /** What a verification gave. */
 struct Verified
 {

@@ -64,7 +64,7 @@ TEST_P(MessageTimeStamp, IsPutIntoTheMessageAndRead)
     ASSERT_EQ(verify(stamped.bytes).code, 0);
     EXPECT_EQ(give("CMS_GetTimeStampToken", 1), made);
     EXPECT_EQ(ask("CMS_GetTimeStampToken", 0).code, number(Code::TokenMissing));
-    EXPECT_EQ(cms(stamped.bytes, {"-verify", "-binary", "-CAfile", rootFile(), "-purpose", "any"}), content);
+    EXPECT_EQ(cms(stamped.bytes, verifyOptions()), content);
     const CommandResult printed = run({"openssl", "cms", "-cmsout", "-print", "-noout", "-inform", "DER",
                                        "-in", file("message", stamped.bytes)});
     EXPECT_THAT(printed.output, testing::HasSubstr("id-smime-aa-timeStampToken"));
