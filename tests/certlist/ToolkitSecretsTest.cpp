@@ -1,7 +1,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "SecretScan.h"
+#include "MemoryScan.h"
 #include "ToolkitSession.h"
 
 namespace {
@@ -31,9 +31,9 @@ protected:
         int status = 0;
         waitpid(writer, &status, 0);
         EXPECT_EQ(status, 0);
-        signKey = Needle(readFile(needles / "sign"));
-        kmKey = Needle(readFile(needles / "km"));
-        random = Needle(readFile(needles / "random"));
+        signKey = Needle::ofMasked(readFile(needles / "sign"));
+        kmKey = Needle::ofMasked(readFile(needles / "km"));
+        random = Needle::ofMasked(readFile(needles / "random"));
     }
 
     /** Runs in the other process: a holder with both keys, and a piece of each secret, masked. */
@@ -124,10 +124,10 @@ protected:
         EXPECT_EQ(password.count(), 0);
     }
 
-    Needle signKey{""};
-    Needle kmKey{""};
-    Needle random{""};
-    Needle password{std::string(reinterpret_cast<const char*>(PASSWORD), sizeof(PASSWORD))};
+    Needle signKey;
+    Needle kmKey;
+    Needle random;
+    Needle password = Needle::ofMasked({reinterpret_cast<const char*>(PASSWORD), sizeof(PASSWORD)});
 };
 
 } // namespace

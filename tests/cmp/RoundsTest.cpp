@@ -117,7 +117,7 @@ TEST_P(CmpRounds, CodesAndKeysAreTheCallersAlone)
     RawFile code(at("code"));
     code.text()[32] = '\0'; // behind it is the end of the line
     MemoryScan scan;
-    scan.add("code", code.text() + lostWhenFreed, 32 - lostWhenFreed);
+    scan.add("code", {code.text() + lostWhenFreed, 32 - lostWhenFreed});
     FreedScan freed;
     freed.add(code.text(), 32);
     BINSTR signCertificate = {};
@@ -132,7 +132,7 @@ TEST_P(CmpRounds, CodesAndKeysAreTheCallersAlone)
     // The private number stands at a fixed place of the key.
     constexpr std::size_t place = 36;
     constexpr std::size_t length = 32;
-    scan.add("key", reinterpret_cast<const char*>(signKey.pData) + place, length);
+    scan.add("key", {reinterpret_cast<const char*>(signKey.pData) + place, length});
     EXPECT_THAT(scan.find(), testing::SizeIs(2)) << "one of each";
     EXPECT_EQ(library.callBare("BINSTR_Delete", &signKey), 0);
     EXPECT_EQ(library.callBare("BINSTR_Delete", &signCertificate), 0);

@@ -6,8 +6,8 @@
 
 #include "BoundedText.h"
 #include "DialogBench.h"
+#include "MemoryScan.h"
 #include "Secret.h"
-#include "SecretScan.h"
 #include "TestHome.h"
 #include "samplepki/Authority.h"
 #include "samplepki/Media.h"
@@ -35,7 +35,7 @@ std::string maskedPart()
 
 Needle bytePassword()
 {
-    return Needle(maskedPart());
+    return Needle::ofMasked(maskedPart());
 }
 
 /** The password as the widgets hold it: two bytes a character. */
@@ -44,7 +44,7 @@ Needle widePassword()
     std::string masked;
     for (char character : maskedPart())
         masked += {character, static_cast<char>(Needle::MASK)};
-    return Needle(masked);
+    return Needle::ofMasked(masked);
 }
 
 /** Certificates of one holder whose key fits the record and one whose RSA-4096 key does not. */
@@ -138,9 +138,7 @@ private slots:
         QCOMPARE(QString::fromUtf8(out->szSubjectDN), QString("cn=홍길동,ou=personal4IB,o=yessign,c=kr"));
         QCOMPARE(out->nKeyRandomLen, 20);
 
-        std::string part(out->szSignKey + 400, 32); // of the private exponent
-        Needle::mask(part.data(), part.size());
-        const Needle key(part);
+        const Needle key(out->szSignKey + 400, 32); // of the private exponent
         QVERIFY2(key.count() > 0, "the scan must find the key in the record");
         wipe(*out);
         QCOMPARE(key.count(), 0);

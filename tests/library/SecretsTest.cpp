@@ -28,9 +28,9 @@ protected:
         addFile("signing key", "sign.key");
         addFile("key-management key", "km.key");
         std::string password = host::password();
-        scan.add("password", password.data(), password.size());
+        scan.add("password", {password.data(), password.size()});
         const std::u16string wide(password.begin(), password.end());
-        scan.add("password in a QString", reinterpret_cast<const char*>(wide.data()), wide.size() * 2);
+        scan.add("password in a QString", {reinterpret_cast<const char*>(wide.data()), wide.size() * 2});
         wipe(password);
         explicit_bzero(const_cast<char16_t*>(wide.data()), wide.size() * 2);
     }
@@ -55,7 +55,7 @@ protected:
         const int descriptor = open((TestHome::path() / file).c_str(), O_RDONLY);
         const ssize_t size = read(descriptor, key, sizeof key);
         close(descriptor);
-        scan.add(name, key + size / 2, 64);
+        scan.add(name, {key + size / 2, 64});
         explicit_bzero(key, sizeof key);
         std::filesystem::remove(TestHome::path() / file);
     }

@@ -8,13 +8,11 @@ namespace {
 /** The same needle as UTF-16, big-endian, which a password is derived from. */
 Needle wideNeedleOf(const std::string& path, std::size_t length)
 {
-    std::array<char, 64> narrow{};
+    RawFile narrow(path);
     std::array<char, 128> wide{};
-    readInto(path, narrow.data(), length);
     for (std::size_t i = 0; i < length; ++i)
-        wide[2 * i + 1] = narrow[i];
+        wide[2 * i + 1] = narrow.text()[i];
     const Needle needle(wide.data(), 2 * length);
-    OPENSSL_cleanse(narrow.data(), narrow.size());
     OPENSSL_cleanse(wide.data(), wide.size());
     return needle;
 }
@@ -39,14 +37,13 @@ TEST_P(PfxSecrets, NeitherKeyNorPasswordStaysInMemory)
     };
     ASSERT_EQ(key.count() + passwords(), 0);
 
-    std::array<char, 64> typed{};
-    readInto(secrets.passwordFile(), typed.data(), typed.size() - 1);
+    RawFile typed(secrets.passwordFile());
     BinString certificate(library, secrets.certificate());
     for (const int option : {0, 1}) {
         BINSTR plain = {};
         secrets.readKey(library, &plain);
         BinString pfx(library);
-        ASSERT_EQ(call("PFX_Export", option, typed.data(), &certificate, &plain, &pfx), 0);
+        ASSERT_EQ(call("PFX_Export", option, typed.text(), &certificate, &plain, &pfx), 0);
         EXPECT_EQ(key.count(), 1) << "the caller's copy alone, which shows that the search finds one";
         EXPECT_EQ(passwords(), 1);
         ASSERT_EQ(library.callBare("BINSTR_Delete", &plain), 0);
@@ -55,7 +52,7 @@ TEST_P(PfxSecrets, NeitherKeyNorPasswordStaysInMemory)
         BinString certificates(library);
         BINSTR keys = {};
         BinString authorities(library);
-        ASSERT_EQ(call("PFX_ImportMultiPair2", 0, typed.data(), &pfx, &certificates, &keys, &authorities), 0);
+        ASSERT_EQ(call("PFX_ImportMultiPair2", 0, typed.text(), &pfx, &certificates, &keys, &authorities), 0);
         EXPECT_EQ(key.count(), 1);
         ASSERT_EQ(call("UTIL_GetObject", &keys, 0, &plain), 0);
         ASSERT_EQ(call("UTIL_AddObject", &plain, &keys), 0);
@@ -65,6 +62,6 @@ TEST_P(PfxSecrets, NeitherKeyNorPasswordStaysInMemory)
         EXPECT_EQ(key.count(), 0);
         EXPECT_EQ(passwords(), 1);
     }
-    OPENSSL_cleanse(typed.data(), typed.size());
+    typed.wipe();
     EXPECT_EQ(passwords(), 0);
 }

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr unsigned char mask = 0xA5;
-
 struct Region
 {
     unsigned long begin = 0;
@@ -37,12 +35,14 @@ std::vector<Region> writableRegions()
     return regions;
 }
 
-bool matches(const unsigned char* memory, const std::vector<unsigned char>& masked)
+/** Says whether memory of so many bytes begins with the needle. */
+bool beginsWith(const unsigned char* memory, std::size_t size, const std::string& masked)
 {
-    for (std::size_t i = 0; i < masked.size(); ++i)
-        if ((memory[i] ^ mask) != masked[i])
-            return false;
-    return true;
+    std::size_t same = 0;
+    while (same < masked.size() && same < size &&
+           (memory[same] ^ Needle::MASK) == static_cast<unsigned char>(masked[same]))
+        ++same;
+    return same == masked.size();
 }
 
 /** Reads through /proc/self/mem in place of the addresses: a region may hold guard pages. */
@@ -65,20 +65,38 @@ private:
 
 } // namespace
 
-void MemoryScan::add(const std::string& name, const char* needle, std::size_t length)
+Needle::Needle(const char* secret, std::size_t length) : m_masked(length, '\0')
 {
-    Needle entry{name, {}};
     for (std::size_t i = 0; i < length; ++i)
-        entry.masked.push_back(static_cast<unsigned char>(needle[i]) ^ mask);
-    m_needles.push_back(std::move(entry));
+        m_masked[i] = static_cast<char>(static_cast<unsigned char>(secret[i]) ^ MASK);
+}
+
+Needle Needle::ofMasked(const std::string& masked)
+{
+    Needle needle;
+    needle.m_masked = masked;
+    return needle;
+}
+
+void Needle::mask(char* data, std::size_t length)
+{
+    for (std::size_t i = 0; i < length; ++i)
+        data[i] = static_cast<char>(static_cast<unsigned char>(data[i]) ^ MASK);
+}
+
+int Needle::count() const
+{
+    MemoryScan scan;
+    scan.add("", *this);
+    return static_cast<int>(scan.find().size());
 }
 
 std::vector<std::string> MemoryScan::find() const
 {
     constexpr std::size_t chunk = 1 << 20;
     std::size_t overlap = 0;
-    for (const Needle& needle : m_needles)
-        overlap = std::max(overlap, needle.masked.size());
+    for (const auto& [name, needle] : m_needles)
+        overlap = std::max(overlap, needle.masked().size() - 1);
 
     // Static, and wiped behind each use: what is read here must not be found as a hit of its own.
     static unsigned char window[chunk];
@@ -87,16 +105,14 @@ std::vector<std::string> MemoryScan::find() const
     const OwnMemory memory;
     for (const Region& region : writableRegions()) {
         for (unsigned long at = region.begin; at < region.end; at += chunk - overlap) {
-            const ssize_t size = memory.read(window, std::min<unsigned long>(chunk, region.end - at), at);
-            for (ssize_t i = 0; i < size; ++i)
-                for (const Needle& needle : m_needles) {
-                    const unsigned long address = at + static_cast<unsigned long>(i);
-                    if (needle.masked.size() > static_cast<std::size_t>(size - i) ||
-                        (window[i] ^ mask) != needle.masked[0] ||
-                        (address + needle.masked.size() > own && address < own + chunk))
-                        continue;
-                    if (matches(window + i, needle.masked))
-                        hits.push_back(needle.name + " in " + region.label);
+            const ssize_t read = memory.read(window, std::min<unsigned long>(chunk, region.end - at), at);
+            const std::size_t size = read > 0 ? static_cast<std::size_t>(read) : 0;
+            for (std::size_t i = 0; i < size; ++i)
+                for (const auto& [name, needle] : m_needles) {
+                    const std::size_t length = needle.masked().size();
+                    const bool inWindow = at + i + length > own && at + i < own + chunk;
+                    if (!inWindow && beginsWith(window + i, size - i, needle.masked()))
+                        hits.push_back(name + " in " + region.label);
                 }
             explicit_bzero(window, sizeof window);
         }

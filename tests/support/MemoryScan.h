@@ -1,28 +1,48 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 /**
- * Looks for byte strings in the writable memory of this process.
- *
- * The needles themselves would be found in the searcher's own memory, so they are kept masked: each byte is
- * stored exclusive-or'ed with a constant and compared so.
+ * Bytes that are looked for in memory. They are kept masked, each exclusive-or'ed with a constant, and
+ * compared so: neither they nor the search leave what is looked for in memory.
  */
+class Needle
+{
+public:
+    Needle() = default;
+
+    /** Masks the bytes into the object; the caller wipes its own copy. */
+    Needle(const char* secret, std::size_t length);
+
+    /** Takes bytes that are masked already. */
+    static Needle ofMasked(const std::string& masked);
+
+    const std::string& masked() const { return m_masked; }
+
+    /** Number of places in the writable memory of this process where the bytes stand. */
+    int count() const;
+
+    static constexpr unsigned char MASK = 0xA5;
+
+    /** Masks or unmasks bytes in place. */
+    static void mask(char* data, std::size_t length);
+
+private:
+    std::string m_masked;
+};
+
+/** Looks for several in one pass over the writable memory of this process. */
 class MemoryScan
 {
 public:
-    /** Masks the needle into the object; the caller wipes its own copy. name is what a hit is reported as. */
-    void add(const std::string& name, const char* needle, std::size_t length);
+    /** name is what a hit is reported as. The needle holds a byte at least. */
+    void add(const std::string& name, const Needle& needle) { m_needles.emplace_back(name, needle); }
 
-    /** "name at region" of every hit, in the order of the address space. */
+    /** "name in region" of every hit, in the order of the address space. */
     std::vector<std::string> find() const;
 
 private:
-    struct Needle
-    {
-        std::string name;
-        std::vector<unsigned char> masked;
-    };
-    std::vector<Needle> m_needles;
+    std::vector<std::pair<std::string, Needle>> m_needles;
 };

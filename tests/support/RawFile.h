@@ -4,13 +4,15 @@
 #include <array>
 #include <fcntl.h>
 #include <openssl/crypto.h>
+#include <stdexcept>
 #include <string>
 #include <unistd.h>
 
 #include "MemoryScan.h"
 #include "quillgate/binstr.h"
 
-/** Bytes of a file, read without a library's buffers in between and wiped at the end. */
+/** Bytes of a file, at most 4,096, read without a library's buffers in between and wiped at the end. Throws
+ * when there is no such file or it is empty. */
 class RawFile
 {
 public:
@@ -19,6 +21,8 @@ public:
         const int descriptor = open(path.c_str(), O_RDONLY);
         m_length = read(descriptor, m_bytes.data(), m_bytes.size());
         close(descriptor);
+        if (m_length <= 0)
+            throw std::runtime_error("can't read " + path);
     }
     ~RawFile() { wipe(); }
     RawFile(const RawFile&) = delete;
@@ -48,7 +52,7 @@ inline MemoryScan scanFor(const char* name, const BINSTR& record)
     const auto length = static_cast<std::size_t>(record.nLen);
     const std::size_t middle = (length - std::min(length, needleLength)) / 2;
     const std::size_t start = std::max(middle, std::min(lostWhenFreed, length / 2));
-    scan.add(name, reinterpret_cast<const char*>(record.pData) + start,
-             std::min(length - start, needleLength));
+    scan.add(name,
+             {reinterpret_cast<const char*>(record.pData) + start, std::min(length - start, needleLength)});
     return scan;
 }

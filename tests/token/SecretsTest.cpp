@@ -58,7 +58,7 @@ TEST_P(TokenSecrets, PinsAreTheCallersAlone)
     MemoryScan scan;
     FreedScan freed;
     for (RawFile* file : {&pin, &other, &wrong}) {
-        scan.add("PIN", file->text() + lostWhenFreed, file->length() - lostWhenFreed);
+        scan.add("PIN", {file->text() + lostWhenFreed, file->length() - lostWhenFreed});
         freed.add(file->text(), file->length());
     }
     ASSERT_EQ(logIn(wrong), number(Code::WrongPin));

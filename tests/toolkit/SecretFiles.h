@@ -4,7 +4,7 @@
 #include <malloc.h>
 #include <stdexcept>
 
-#include "Needle.h"
+#include "RawFile.h"
 #include "TestHome.h"
 #include "ToolkitLibrary.h"
 
@@ -52,22 +52,24 @@ public:
     std::string passwordFile() const { return m_directory + "password"; }
 
     /** Part of the private exponent, and the password. */
-    Needle keyNeedle() const { return needleOf(m_directory + "key", 400, passwordLength); }
-    Needle passwordNeedle() const { return needleOf(passwordFile(), 0, passwordLength); }
+    Needle keyNeedle() const { return part(m_directory + "key", 400); }
+    Needle passwordNeedle() const { return part(passwordFile(), 0); }
 
     /** Hands the plain key to a byte string of the library. */
     void readKey(const ToolkitLibrary& library, BINSTR* target) const
     {
-        std::array<char, 4096> buffer{};
-        const std::size_t length = readInto(m_directory + "key", buffer.data(), buffer.size());
-        EXPECT_EQ(library.callBare("BINSTR_SetData", reinterpret_cast<unsigned char*>(buffer.data()),
-                                   static_cast<int>(length), target),
-                  0);
-        OPENSSL_cleanse(buffer.data(), buffer.size());
+        RawFile key(m_directory + "key");
+        const BINSTR read = key.record();
+        EXPECT_EQ(library.callBare("BINSTR_SetData", read.pData, read.nLen, target), 0);
     }
 
     static constexpr std::size_t passwordLength = 24;
 
 private:
+    static Needle part(const std::string& path, std::size_t offset)
+    {
+        return {RawFile(path).text() + offset, passwordLength};
+    }
+
     std::string m_directory;
 };

@@ -16,18 +16,17 @@ TEST_P(Secrets, NeitherKeyNorPasswordStaysInMemory)
     const Needle password = secrets.passwordNeedle();
     ASSERT_EQ(key.count() + password.count(), 0);
 
-    std::array<char, 64> passwordText{};
-    readInto(secrets.passwordFile(), passwordText.data(), passwordText.size() - 1);
+    RawFile typed(secrets.passwordFile());
     BinString encrypted(library, secrets.sealedKey());
     BINSTR plain = {};
     BinString again(library);
-    ASSERT_EQ(call("PRIKEY_Decrypt", passwordText.data(), &encrypted, &plain), 0);
+    ASSERT_EQ(call("PRIKEY_Decrypt", typed.text(), &encrypted, &plain), 0);
     EXPECT_EQ(key.count(), 1) << "the caller's copy alone, which shows that the search finds one";
-    EXPECT_EQ(call("PRIKEY_Encrypt", 48, passwordText.data(), &plain, &again), 0);
+    EXPECT_EQ(call("PRIKEY_Encrypt", 48, typed.text(), &plain, &again), 0);
     EXPECT_EQ(key.count(), 1);
     EXPECT_EQ(password.count(), 1);
     EXPECT_EQ(library.callBare("BINSTR_Delete", &plain), 0);
-    OPENSSL_cleanse(passwordText.data(), passwordText.size());
+    typed.wipe();
     EXPECT_EQ(key.count(), 0);
     EXPECT_EQ(password.count(), 0);
 }
