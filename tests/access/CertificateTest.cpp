@@ -14,10 +14,6 @@ using testing::IsEmpty;
 constexpr RecordingToolkit::Side ZRTK = RecordingToolkit::ZRTK;
 constexpr RecordingToolkit::Side GPKI = RecordingToolkit::GPKI;
 
-unsigned char derBytes[] = {0x30, 0x00};
-BINSTR filledString = {derBytes, 2};
-char someText[] = "text";
-
 /** Has a text operation write a text and its terminator to its argument at a position. */
 void writeText(RecordingToolkit& toolkit, const std::string& operation, int position, const std::string& text)
 {
@@ -216,7 +212,7 @@ TEST_F(ZrPubKey, HandsTheKeyOutThroughSetDataAndReleasesItsOwnCopy)
     });
     BINSTR keyInfo = {};
     char key[8] = {};
-    EXPECT_EQ(CertGetPubKeyInfo(context, someText, someText, 8, key, &keyInfo), QG_OK);
+    EXPECT_EQ(CertGetPubKeyInfo(context, anyText, anyText, 8, key, &keyInfo), QG_OK);
     EXPECT_THAT(toolkit.operations(),
                 ElementsAre("ZRTK_BINSTR_Create", "ZRTK_CERT_GetPubKey", "ZRTK_CERT_GetPubKey2",
                             "ZRTK_BINSTR_SetData", "ZRTK_BINSTR_Delete"));
@@ -235,12 +231,12 @@ TEST_F(ZrPubKey, ReleasesItsOwnCopyAfterAFailureTooAndAnswersTheFirstFailure)
     });
     char key[8] = {};
     std::string algorithm(60, '#');
-    EXPECT_EQ(CertGetPubKeyInfo(context, algorithm.data(), someText, 8, key, &filledString), 78);
+    EXPECT_EQ(CertGetPubKeyInfo(context, algorithm.data(), anyText, 8, key, &filledString), 78);
     EXPECT_EQ(toolkit.operations().back(), "ZRTK_BINSTR_Delete");
     EXPECT_EQ(algorithm, std::string(60, '#'));
     toolkit.answer("ZRTK_CERT_GetPubKey", 77);
     toolkit.forget();
-    EXPECT_EQ(CertGetPubKeyInfo(context, algorithm.data(), someText, 8, key, &filledString), 77);
+    EXPECT_EQ(CertGetPubKeyInfo(context, algorithm.data(), anyText, 8, key, &filledString), 77);
     EXPECT_THAT(toolkit.operations(),
                 ElementsAre("ZRTK_BINSTR_Create", "ZRTK_CERT_GetPubKey", "ZRTK_API_GetErrInfo"));
 }
@@ -279,12 +275,12 @@ TEST_F(GpkiPubKey, StopsAtTheFirstStepThatFails)
 {
     char key[8] = {};
     toolkit.answer("GPKI_CERT_GetPubKeyLen", 78);
-    EXPECT_EQ(CertGetPubKeyInfo(context, someText, someText, 8, key, nullptr), 78);
+    EXPECT_EQ(CertGetPubKeyInfo(context, anyText, anyText, 8, key, nullptr), 78);
     EXPECT_THAT(toolkit.operations(), ElementsAre("GPKI_BINSTR_Create", "GPKI_CERT_GetPubKeyAlg",
                                                   "GPKI_CERT_GetPubKeyLen", "GPKI_API_GetErrInfo"));
     toolkit.answer("GPKI_CERT_GetPubKeyAlg", 77);
     toolkit.forget();
-    EXPECT_EQ(CertGetPubKeyInfo(context, someText, someText, 8, key, nullptr), 77);
+    EXPECT_EQ(CertGetPubKeyInfo(context, anyText, anyText, 8, key, nullptr), 77);
     EXPECT_EQ(toolkit.calls().size(), 3U);
 }
 
@@ -318,7 +314,7 @@ TEST_F(OnZrSide, MediaWinsReadCaPubsReachesTheOperationOfMediaWinsReadPrikey)
 TEST_F(OnZrSide, MediaWinsCertDnPassesTheLiteral8BetweenIndexAndType)
 {
     int type = 0;
-    EXPECT_EQ(MediaWinsCertDN(context, 5, &type, someText, someText), QG_OK);
+    EXPECT_EQ(MediaWinsCertDN(context, 5, &type, anyText, anyText), QG_OK);
     const Word* words = toolkit.calls()[0].words;
     EXPECT_EQ(number(words[1]), 5);
     EXPECT_EQ(number(words[2]), 8);
@@ -357,9 +353,8 @@ TEST_F(OnZrSide, ListAndOcspOperationsTestTheirArgumentsBeforeTheyAnswerNotAvail
     EXPECT_EQ(CertGetCertCount(context, ok, &number), QG_NOT_AVAILABLE);
     EXPECT_EQ(CertGetCert(context, nullptr, 0, ok), QG_NO_MEMORY);
     EXPECT_EQ(CertGetCert(context, ok, 0, nullptr), QG_NOT_AVAILABLE);
-    EXPECT_EQ(CertCheckStatByOCSP(context, ok, true, ok, ok, nullptr, ok, someText, &number),
-              QG_BAD_ARGUMENT);
-    EXPECT_EQ(CertCheckStatByOCSP(context, ok, true, ok, ok, someText, ok, someText, &number),
+    EXPECT_EQ(CertCheckStatByOCSP(context, ok, true, ok, ok, nullptr, ok, anyText, &number), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CertCheckStatByOCSP(context, ok, true, ok, ok, anyText, ok, anyText, &number),
               QG_NOT_AVAILABLE);
     EXPECT_THAT(toolkit.calls(), IsEmpty());
 }
@@ -367,12 +362,12 @@ TEST_F(OnZrSide, ListAndOcspOperationsTestTheirArgumentsBeforeTheyAnswerNotAvail
 TEST_F(OnGpkiSide, OperationsOfTheZrSideAnswerNotAvailableAfterTheirTests)
 {
     EXPECT_EQ(CertGetIssuerAltName(context, 4, nullptr), QG_NO_MEMORY);
-    EXPECT_EQ(CertGetIssuerAltName(context, 4, someText), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CertGetIssuerAltName(context, 4, anyText), QG_NOT_AVAILABLE);
     EXPECT_EQ(CertGetCRLDPURL(context, 4, nullptr), QG_NO_MEMORY);
-    EXPECT_EQ(CertGetCRLDPURL(context, 4, someText), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CertGetCRLDPURL(context, 4, anyText), QG_NOT_AVAILABLE);
     EXPECT_EQ(CertSetVerifyEnv2(context, nullptr, nullptr, nullptr), QG_NOT_AVAILABLE);
-    EXPECT_EQ(CertVerify2(context, nullptr, 0, someText, someText), QG_BAD_ARGUMENT);
-    EXPECT_EQ(CertVerify2(context, &filledString, 0, someText, someText), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CertVerify2(context, nullptr, 0, anyText, anyText), QG_BAD_ARGUMENT);
+    EXPECT_EQ(CertVerify2(context, &filledString, 0, anyText, anyText), QG_NOT_AVAILABLE);
     EXPECT_EQ(MediaWinsWirteCert(context, nullptr), QG_BAD_ARGUMENT);
     EXPECT_EQ(MediaWinsWirteCert(context, &filledString), QG_NOT_AVAILABLE);
     EXPECT_EQ(MediaWinsReadCert(context, 0, nullptr), QG_NOT_AVAILABLE);
@@ -391,7 +386,7 @@ TEST_F(OnZrSide, TextGettersAnswer10003FromTheDispatcher)
 TEST_F(OnZrSide, AWrongPasswordIsTheLibrarysOwnNumber)
 {
     toolkit.answer("ZRTK_PRIKEY_Decrypt", TOOLKIT_WRONG_PASSWORD);
-    EXPECT_EQ(PriKeyDecrypt(context, someText, &filledString, &filledString), TOOLKIT_WRONG_PASSWORD);
+    EXPECT_EQ(PriKeyDecrypt(context, anyText, &filledString, &filledString), TOOLKIT_WRONG_PASSWORD);
 }
 
 TEST_F(OnZrSide, TextPassesByteForByte)

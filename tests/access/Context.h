@@ -34,6 +34,11 @@ private:
     int m_result;
 };
 
+/** Arguments that are in order, where it does not matter what they hold. */
+inline unsigned char derBytes[] = {0x30, 0x00};
+inline BINSTR filledString = {derBytes, 2};
+inline char anyText[] = "text";
+
 /** Tests of the ZR side over a stand-in. */
 class OnZrSide : public testing::Test
 {

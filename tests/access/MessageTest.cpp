@@ -9,21 +9,18 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-unsigned char derBytes[] = {0x30, 0x00};
-BINSTR filledString = {derBytes, 2};
 BINSTR* const ok = &filledString;
-char someText[] = "text";
 
 int stampFile(void* context, char* path)
 {
-    return TSPTimeStampFile(context, someText, 80, 4, someText, path, false, ok, ok, ok);
+    return TSPTimeStampFile(context, anyText, 80, 4, anyText, path, false, ok, ok, ok);
 }
 
 } // namespace
 
 TEST_F(OnZrSide, TimeStampFileNeverReachesTheLibrary)
 {
-    EXPECT_EQ(stampFile(context, someText), QG_BAD_ARGUMENT);
+    EXPECT_EQ(stampFile(context, anyText), QG_BAD_ARGUMENT);
     EXPECT_EQ(stampFile(context, nullptr), QG_BAD_ARGUMENT);
     char empty[] = "";
     EXPECT_EQ(stampFile(context, empty), QG_BAD_ARGUMENT);
@@ -32,7 +29,7 @@ TEST_F(OnZrSide, TimeStampFileNeverReachesTheLibrary)
 
 TEST_F(OnGpkiSide, TimeStampFileDemandsThePathAndAnswersNotAvailable)
 {
-    EXPECT_EQ(stampFile(context, someText), QG_NOT_AVAILABLE);
+    EXPECT_EQ(stampFile(context, anyText), QG_NOT_AVAILABLE);
     EXPECT_EQ(stampFile(context, nullptr), QG_BAD_ARGUMENT);
 }
 
@@ -48,16 +45,15 @@ TEST_F(OnGpkiSide, CmpTimeStampAndPairListsAnswerNotAvailableAfterTheirTests)
 {
     EXPECT_EQ(CMPSetProtocol(context, 1), QG_NOT_AVAILABLE);
     EXPECT_EQ(CMPCertCertRevoke(context, nullptr, 1, 1, ok, ok, ok, ok), QG_BAD_ARGUMENT);
-    EXPECT_EQ(CMPCertCertRevoke(context, someText, 1, 1, ok, ok, ok, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(TSPTimeStampData(context, someText, 1, 1, someText, nullptr, true, ok, ok, ok),
-              QG_BAD_ARGUMENT);
-    EXPECT_EQ(TSPTimeStampData(context, someText, 1, 1, someText, ok, true, ok, ok, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(PFXExport2(context, 0, someText, ok, ok, nullptr, ok), QG_BAD_ARGUMENT);
-    EXPECT_EQ(PFXExport2(context, 0, someText, ok, ok, ok, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(PFXExportMultiPair(context, 0, someText, ok, nullptr, ok), QG_BAD_ARGUMENT);
-    EXPECT_EQ(PFXExportMultiPair(context, 0, someText, ok, ok, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(PFXImportMultiPair2(context, 0, nullptr, someText, ok, ok, nullptr), QG_BAD_ARGUMENT);
-    EXPECT_EQ(PFXImportMultiPair2(context, 0, nullptr, someText, ok, ok, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CMPCertCertRevoke(context, anyText, 1, 1, ok, ok, ok, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(TSPTimeStampData(context, anyText, 1, 1, anyText, nullptr, true, ok, ok, ok), QG_BAD_ARGUMENT);
+    EXPECT_EQ(TSPTimeStampData(context, anyText, 1, 1, anyText, ok, true, ok, ok, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(PFXExport2(context, 0, anyText, ok, ok, nullptr, ok), QG_BAD_ARGUMENT);
+    EXPECT_EQ(PFXExport2(context, 0, anyText, ok, ok, ok, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(PFXExportMultiPair(context, 0, anyText, ok, nullptr, ok), QG_BAD_ARGUMENT);
+    EXPECT_EQ(PFXExportMultiPair(context, 0, anyText, ok, ok, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(PFXImportMultiPair2(context, 0, nullptr, anyText, ok, ok, nullptr), QG_BAD_ARGUMENT);
+    EXPECT_EQ(PFXImportMultiPair2(context, 0, nullptr, anyText, ok, ok, ok), QG_NOT_AVAILABLE);
     EXPECT_THAT(toolkit.calls(), IsEmpty());
 }
 
@@ -69,36 +65,36 @@ TEST_F(OnZrSide, SignerAndOcspOperationsOfTheGpkiSideAnswerNotAvailableAfterThei
     EXPECT_EQ(CMSGetTimeStampToken1(context, 0, nullptr), QG_NOT_AVAILABLE);
     EXPECT_EQ(CMSGetTimeStampToken2(context, ok, 0, nullptr, ok), QG_BAD_ARGUMENT);
     EXPECT_EQ(CMSGetTimeStampToken2(context, ok, 0, ok, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(OCSPGetCertStatus(context, 0, &number, someText, &number), QG_NOT_AVAILABLE);
+    EXPECT_EQ(OCSPGetCertStatus(context, 0, &number, anyText, &number), QG_NOT_AVAILABLE);
     EXPECT_THAT(toolkit.calls(), IsEmpty());
 }
 
 TEST_F(OnZrSide, ExportMultiPair2SharesTheOperationOfTheFirstFormWithItsOwnArguments)
 {
     BINSTR caPubs = filledString;
-    EXPECT_EQ(PFXExportMultiPair(context, 7, someText, ok, ok, ok), QG_OK);
-    EXPECT_EQ(PFXExportMultiPair2(context, 7, someText, ok, ok, &caPubs, ok), QG_OK);
+    EXPECT_EQ(PFXExportMultiPair(context, 7, anyText, ok, ok, ok), QG_OK);
+    EXPECT_EQ(PFXExportMultiPair2(context, 7, anyText, ok, ok, &caPubs, ok), QG_OK);
     EXPECT_THAT(toolkit.operations(), ElementsAre("ZRTK_PFX_ExportMultiPair", "ZRTK_PFX_ExportMultiPair"));
     EXPECT_EQ(number(toolkit.calls()[0].words[1]), 7);
-    EXPECT_EQ(pointer<char>(toolkit.calls()[1].words[1]), someText);
+    EXPECT_EQ(pointer<char>(toolkit.calls()[1].words[1]), anyText);
     EXPECT_EQ(pointer<BINSTR>(toolkit.calls()[1].words[4]), &caPubs);
 }
 
 TEST_F(OnZrSide, ImportMultiPairSwapsContainerAndPassword)
 {
-    EXPECT_EQ(PFXImportMultiPair(context, ok, someText, ok, ok, ok), QG_OK);
-    EXPECT_EQ(PFXImportMultiPair2(context, 7, ok, someText, ok, ok, ok), QG_OK);
-    EXPECT_EQ(pointer<char>(toolkit.calls()[0].words[1]), someText);
+    EXPECT_EQ(PFXImportMultiPair(context, ok, anyText, ok, ok, ok), QG_OK);
+    EXPECT_EQ(PFXImportMultiPair2(context, 7, ok, anyText, ok, ok, ok), QG_OK);
+    EXPECT_EQ(pointer<char>(toolkit.calls()[0].words[1]), anyText);
     EXPECT_EQ(pointer<BINSTR>(toolkit.calls()[0].words[2]), ok);
     EXPECT_EQ(number(toolkit.calls()[1].words[1]), 7);
-    EXPECT_EQ(pointer<char>(toolkit.calls()[1].words[2]), someText);
+    EXPECT_EQ(pointer<char>(toolkit.calls()[1].words[2]), anyText);
     EXPECT_EQ(pointer<BINSTR>(toolkit.calls()[1].words[3]), ok);
 }
 
 TEST_F(OnGpkiSide, ARefusedPinLeavesTheSessionOpenAndAnswersTheLoginsNumber)
 {
     toolkit.answer("GPKI_HSM_Login", 160);
-    EXPECT_EQ(PKCS11OpenSessionWithSlotID(context, 3, someText, 2), 160);
+    EXPECT_EQ(PKCS11OpenSessionWithSlotID(context, 3, anyText, 2), 160);
     EXPECT_THAT(toolkit.operations(),
                 ElementsAre("GPKI_HSM_OpenSession", "GPKI_HSM_Login", "GPKI_API_GetErrInfo"))
         << "nothing closes the session";
@@ -113,7 +109,7 @@ TEST_F(OnGpkiSide, ANullPinOpensTheSessionWithoutLoggingIn)
 TEST_F(OnGpkiSide, AFailedOpeningIsAnsweredAtOnce)
 {
     toolkit.answer("GPKI_HSM_OpenSession", 3);
-    EXPECT_EQ(PKCS11OpenSessionWithSlotID(context, 3, someText, 2), 3);
+    EXPECT_EQ(PKCS11OpenSessionWithSlotID(context, 3, anyText, 2), 3);
     EXPECT_THAT(toolkit.operations(), ElementsAre("GPKI_HSM_OpenSession", "GPKI_API_GetErrInfo"));
 }
 
@@ -150,25 +146,25 @@ TEST(DecryptFile, SwapsItsPathsOnTheGpkiSideAlone)
 
 TEST_F(OnZrSide, ViewCertPassesTheLiteral8)
 {
-    EXPECT_EQ(UNIViewCert(context, ok, someText), QG_OK);
+    EXPECT_EQ(UNIViewCert(context, ok, anyText), QG_OK);
     EXPECT_EQ(number(toolkit.calls()[0].words[2]), 8);
-    EXPECT_EQ(pointer<char>(toolkit.calls()[0].words[3]), someText);
+    EXPECT_EQ(pointer<char>(toolkit.calls()[0].words[3]), anyText);
 }
 
 TEST_F(OnGpkiSide, TokenKeyHashFilePemWirelessUniAndUtilAnswerNotAvailableAfterTheirTests)
 {
     EXPECT_EQ(PKCS11GenKeyPair(context, 1, 1, nullptr), QG_NOT_AVAILABLE);
     EXPECT_EQ(CRYPTHashFile(context, 1, nullptr, ok), QG_BAD_ARGUMENT);
-    EXPECT_EQ(CRYPTHashFile(context, 1, someText, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(CRYPTHashFile(context, 1, anyText, ok), QG_NOT_AVAILABLE);
     EXPECT_EQ(PEMEncode(context, 1, nullptr, ok), QG_BAD_ARGUMENT);
     EXPECT_EQ(PEMEncode(context, 1, ok, ok), QG_NOT_AVAILABLE);
     EXPECT_EQ(PEMDecode(context, ok, ok), QG_NOT_AVAILABLE);
     EXPECT_EQ(WPKIVerifyCert(context, nullptr), QG_BAD_ARGUMENT);
     EXPECT_EQ(WPKIVerifyCert(context, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(UNIViewCert(context, nullptr, someText), QG_BAD_ARGUMENT);
-    EXPECT_EQ(UNIViewCert(context, ok, someText), QG_NOT_AVAILABLE);
-    EXPECT_EQ(UTILCompareDN(context, someText, nullptr), QG_BAD_ARGUMENT);
-    EXPECT_EQ(UTILCompareDN(context, someText, someText), QG_NOT_AVAILABLE);
+    EXPECT_EQ(UNIViewCert(context, nullptr, anyText), QG_BAD_ARGUMENT);
+    EXPECT_EQ(UNIViewCert(context, ok, anyText), QG_NOT_AVAILABLE);
+    EXPECT_EQ(UTILCompareDN(context, anyText, nullptr), QG_BAD_ARGUMENT);
+    EXPECT_EQ(UTILCompareDN(context, anyText, anyText), QG_NOT_AVAILABLE);
     EXPECT_THAT(toolkit.calls(), IsEmpty());
 }
 
@@ -179,9 +175,9 @@ TEST_F(OnZrSide, ChallengeAndDirectoryOperationsAnswerNotAvailableAfterTheirTest
     EXPECT_EQ(SIGEAMakeChallenge(context, ok), QG_NOT_AVAILABLE);
     EXPECT_EQ(SIGEAVerifyResponse(context, ok, ok, nullptr), QG_BAD_ARGUMENT);
     EXPECT_EQ(SIGEAVerifyResponse(context, ok, ok, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(LDAPGetDataByCN(context, someText, 389, nullptr, 0, someText, ok), QG_BAD_ARGUMENT);
-    EXPECT_EQ(LDAPGetDataByCN(context, someText, 389, someText, 0, someText, ok), QG_NOT_AVAILABLE);
-    EXPECT_EQ(LDAPGetAnyDataByURL(context, someText, nullptr, ok), QG_BAD_ARGUMENT);
-    EXPECT_EQ(LDAPGetCertPath(context, ok, someText, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(LDAPGetDataByCN(context, anyText, 389, nullptr, 0, anyText, ok), QG_BAD_ARGUMENT);
+    EXPECT_EQ(LDAPGetDataByCN(context, anyText, 389, anyText, 0, anyText, ok), QG_NOT_AVAILABLE);
+    EXPECT_EQ(LDAPGetAnyDataByURL(context, anyText, nullptr, ok), QG_BAD_ARGUMENT);
+    EXPECT_EQ(LDAPGetCertPath(context, ok, anyText, ok), QG_NOT_AVAILABLE);
     EXPECT_THAT(toolkit.calls(), IsEmpty());
 }

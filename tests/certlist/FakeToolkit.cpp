@@ -134,6 +134,14 @@ std::string FakeToolkit::pfx(const std::string& password, const std::vector<std:
     return "pfx;" + password + ";" + listOf(certs) + ";" + listOf(keys);
 }
 
+std::string FakeToolkit::pfxByUsages(const std::vector<std::string>& certs,
+                                     const std::vector<std::string>& keys)
+{
+    for (const std::string& cert : certs)
+        certificateTexts[cert] = {{"CertGetKeyUsage", cert.substr(0, cert.find(' '))}};
+    return pfx("pw", certs, keys);
+}
+
 int FakeToolkit::count(const std::string& beginning) const
 {
     return static_cast<int>(std::count_if(calls.begin(), calls.end(), [&](const std::string& call) {

@@ -61,6 +61,10 @@ public:
     static std::string pfx(const std::string& password, const std::vector<std::string>& certs,
                            const std::vector<std::string>& keys);
 
+    /** A PFX file under the password "pw" whose certificates have the usages that stand in front of their
+     * names. */
+    std::string pfxByUsages(const std::vector<std::string>& certs, const std::vector<std::string>& keys);
+
     /** Codes of PFXImportMultiPair2, by its mode; they come before the file. */
     std::map<int, int> importFailures;
 

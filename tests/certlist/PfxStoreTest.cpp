@@ -6,8 +6,6 @@
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class PfxStore : public DiskTest
 {
 protected:
@@ -17,12 +15,9 @@ protected:
         CertUnLoad(&context); // the store leaves that to the next load
     }
 
-    /** Writes a file whose certificates have the usages that stand in front of their names. */
     void writePfx(const Texts& certs, const Texts& keys)
     {
-        for (const std::string& cert : certs)
-            toolkit.certificateTexts[cert] = {{"CertGetKeyUsage", cert.substr(0, cert.find(' '))}};
-        writeFile(path, FakeToolkit::pfx("pw", certs, keys));
+        writeFile(path, toolkit.pfxByUsages(certs, keys));
     }
 
     int get(const char* password = "pw")
@@ -69,8 +64,6 @@ protected:
     char* data[4] = {};
     int length[4] = {-1, -1, -1, -1};
 };
-
-const Texts NOTHING(4, "");
 
 } // namespace
 

@@ -4,17 +4,12 @@
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class Pfx : public SessionTest
 {
 protected:
-    /** Writes a file whose certificates have the usages that stand in front of their names. */
     void writePfx(const Texts& certs, const Texts& keys)
     {
-        for (const std::string& cert : certs)
-            toolkit.certificateTexts[cert] = {{"CertGetKeyUsage", cert.substr(0, cert.find(' '))}};
-        writeFile(path, FakeToolkit::pfx("pw", certs, keys));
+        writeFile(path, toolkit.pfxByUsages(certs, keys));
     }
 
     int loadPfx(const char* password = "pw")
@@ -73,8 +68,6 @@ protected:
 
     std::string path = TestHome::path() / "a.pfx";
 };
-
-const Texts NOTHING(4, "");
 
 } // namespace
 

@@ -15,6 +15,11 @@
 #include "TestHome.h"
 #include "quillgate/returncodes.h"
 
+using Texts = std::vector<std::string>;
+
+/** What an unpacked PFX file hands out when it hands nothing out: both certificates and keys are missing. */
+inline const Texts NOTHING(4, "");
+
 namespace fs = std::filesystem;
 
 /** Writes the four files of the flat form; an empty text leaves a file out. Keys are "password:key". */

@@ -7,8 +7,8 @@
 namespace {
 
 /** Masked: "correct horse 7". Never in memory in plain form but while a call runs. */
-constexpr unsigned char PASSWORD[] = {0xC6, 0xCA, 0xD7, 0xD7, 0xC0, 0xC6, 0xD1, 0x85,
-                                      0xCD, 0xCA, 0xD7, 0xD6, 0xC0, 0x85, 0x92};
+constexpr unsigned char MASKED_PASSWORD[] = {0xC6, 0xCA, 0xD7, 0xD7, 0xC0, 0xC6, 0xD1, 0x85,
+                                             0xCD, 0xCA, 0xD7, 0xD6, 0xC0, 0x85, 0x92};
 
 /**
  * A whole selection on files that another process wrote, so that this one knows neither the plain keys nor
@@ -58,11 +58,11 @@ protected:
     /** The password in plain form, wiped at the end of the scope. */
     struct Plain
     {
-        char text[sizeof(PASSWORD) + 1] = {};
+        char text[sizeof(MASKED_PASSWORD) + 1] = {};
         Plain()
         {
-            std::memcpy(text, PASSWORD, sizeof(PASSWORD));
-            Needle::mask(text, sizeof(PASSWORD));
+            std::memcpy(text, MASKED_PASSWORD, sizeof(MASKED_PASSWORD));
+            Needle::mask(text, sizeof(MASKED_PASSWORD));
         }
         ~Plain() { explicit_bzero(text, sizeof(text)); }
     };
@@ -127,7 +127,8 @@ protected:
     Needle signKey;
     Needle kmKey;
     Needle random;
-    Needle password = Needle::ofMasked({reinterpret_cast<const char*>(PASSWORD), sizeof(PASSWORD)});
+    Needle password =
+        Needle::ofMasked({reinterpret_cast<const char*>(MASKED_PASSWORD), sizeof(MASKED_PASSWORD)});
 };
 
 } // namespace

@@ -4,12 +4,6 @@
 
 using qgtk::Code;
 
-namespace {
-
-const std::string content = "A letter\r\nof two lines\n";
-
-} // namespace
-
 class ComposedMessage : public MessageTest
 {
 protected:

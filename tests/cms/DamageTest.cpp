@@ -8,8 +8,6 @@ using qgtk::Code;
 
 namespace {
 
-const std::string content = "A letter\r\nof two lines\n";
-
 /** An operation with one of its byte strings open, the others being good. */
 struct Slot
 {

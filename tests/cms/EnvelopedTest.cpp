@@ -12,8 +12,6 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::string content = "A letter\r\nof two lines\n";
-
 /** Ciphers and what openssl calls them. */
 const std::vector<std::pair<int, std::string>> ciphers = {
     {QG_CIPHER_SEED, "-seed-cbc"},        {QG_CIPHER_AES128, "-aes-128-cbc"},

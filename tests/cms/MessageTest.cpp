@@ -90,16 +90,16 @@ Answer MessageTest::addSigner(const Holder& holder, const std::string& message)
                     : ask(operation, holder.certificate, holder.key, message, text(""));
 }
 
-Verified MessageTest::verify(const std::string& message, const std::string& content)
+Verified MessageTest::verify(const std::string& message, const std::string& detached)
 {
-    BinString data(library, content);
+    BinString data(library, detached);
     Passed<std::string> input(message);
     Verified result;
     result.code = isZrtk() ? call("CMS_ProcessSignedData", 0, input.get(), &data, &result.signers)
                            : call("CMS_ProcessSignedData2", input.get(), &data, &result.signers);
     result.content = data.bytes();
     if (result.code != 0) {
-        EXPECT_EQ(result.content, content) << "written in spite of " << result.code;
+        EXPECT_EQ(result.content, detached) << "written in spite of " << result.code;
         EXPECT_EQ(result.signers, -1);
     }
     return result;
@@ -166,12 +166,12 @@ int MessageTest::signFile(const Holder& holder, const std::string& source, const
     return tell(operation, holder.certificate, holder.key, text(source), text(""), text(target));
 }
 
-int MessageTest::verifyFile(const std::string& message, const std::string& content, bool carried,
+int MessageTest::verifyFile(const std::string& message, const std::string& contentFile, bool carried,
                             BINSTR* certificate, char* time)
 {
     const char* operation =
         isZrtk() || carried ? "CMS_ProcessSignedData_File" : "CMS_ProcessSignedData_NoContent_File";
-    return call(operation, text(message), text(content), certificate, time);
+    return call(operation, text(message), text(contentFile), certificate, time);
 }
 
 int MessageTest::envelopeFile(const std::string& recipients, const std::string& source, int cipher,

@@ -4,6 +4,10 @@
 #include "TestPki.h"
 #include "quillgate/message_options.h"
 
+/** What messages say: lines that end as those of a mail, which a program that takes it for text would change.
+ */
+inline const std::string content = "A letter\r\nof two lines\n";
+
 /** A certificate and its plain private key, both DER, and both in PEM files. */
 struct Holder
 {
@@ -44,8 +48,8 @@ protected:
     Answer sign(const Holder& holder, const std::string& data, const std::string& time = {});
     Answer addSigner(const Holder& holder, const std::string& message);
 
-    /** Verifies a message; the content is what the message lacks. */
-    Verified verify(const std::string& message, const std::string& content = {});
+    /** Verifies a message, which may lack what it is about. */
+    Verified verify(const std::string& message, const std::string& detached = {});
 
     /** A signer of the last verification. */
     Answer signerCertificate(int index);
@@ -59,7 +63,7 @@ protected:
     Answer openSigned(const Holder& holder, const std::string& message);
 
     int signFile(const Holder& holder, const std::string& source, const std::string& target, bool carried);
-    int verifyFile(const std::string& message, const std::string& content, bool carried,
+    int verifyFile(const std::string& message, const std::string& contentFile, bool carried,
                    BINSTR* certificate = nullptr, char* time = nullptr);
     int envelopeFile(const std::string& recipients, const std::string& source, int cipher,
                      const std::string& target);

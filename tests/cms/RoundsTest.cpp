@@ -14,8 +14,6 @@ int slowRounds()
     return memory_growth::rounds() / 2;
 }
 
-const std::string content = "A letter of a round";
-
 } // namespace
 
 class MessageRounds : public MessageTest

@@ -7,12 +7,6 @@
 using qgtk::Code;
 using testing::HasSubstr;
 
-namespace {
-
-const std::string content = "A letter\r\nof two lines\n";
-
-} // namespace
-
 class SignedMessage : public MessageTest
 {
 protected:

@@ -7,8 +7,6 @@ using qgtk::Code;
 
 namespace {
 
-const std::string content = "A letter\r\nof two lines\n";
-
 const char* const configuration = "[tsa]\n"
                                   "serial = serial\n"
                                   "default_policy = 1.2.3.4\n"

@@ -10,12 +10,6 @@
 using qgtk::Code;
 using testing::HasSubstr;
 
-namespace {
-
-const std::string content = "A letter\r\nof two lines\n";
-
-} // namespace
-
 /** A token with the pairs of hong() and ecHong(). */
 class TokenMessage : public TokenTest
 {

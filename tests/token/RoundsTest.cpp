@@ -11,12 +11,6 @@
 
 using qgtk::Code;
 
-namespace {
-
-const std::string content = "A letter of a round";
-
-} // namespace
-
 class TokenRounds : public TokenTest
 {
 protected:
