@@ -47,6 +47,6 @@ if [ $# -gt 0 ]; then
     printf '%s\n' "$@" | xargs -P "$(nproc)" -I{} bash -c 'check {}'
     exit
 fi
-cmake --preset release -B "$together" -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=8 >/dev/null
+cmake --preset release -B "$together" -DQUILLGATE_LINT=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=8 >/dev/null
 own_sources "$together" | grep /unity_ | xargs -P "$(nproc)" -I{} bash -c 'check_together {}'
 own_sources "$together" | grep -v /build/ | sed "s|^$PWD/||" | xargs -P "$(nproc)" -I{} bash -c 'check {}'

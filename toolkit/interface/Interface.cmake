@@ -10,8 +10,8 @@ function(qgtk_interface target)
   add_library(${target} MODULE ${LIBRARY_SOURCES})
   set_target_properties(${target} PROPERTIES PREFIX "" OUTPUT_NAME "${LIBRARY_FILE}" SUFFIX ".so"
     LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/toolkit" LINK_DEPENDS "${script}"
-    # Each source has its own QGTK_PREFIX.
-    UNITY_BUILD OFF)
+    # Each source has a prefix of its own.
+    UNITY_BUILD_CODE_AFTER_INCLUDE "#undef QGTK_PREFIX")
   target_link_libraries(${target} PRIVATE qgtk_core)
   target_link_options(${target} PRIVATE "-Wl,--version-script=${script}")
   # The sanitizers of clang leave their own functions to the program.

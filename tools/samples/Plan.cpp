@@ -7,13 +7,13 @@ using samplepki::StringType;
 
 namespace {
 
-constexpr const char* roots[] = {
+constexpr const char* rootSubjects[] = {
     "cn=Sample RootCA 1,ou=Sample Certification Authority Central,o=KISA,c=KR",
     "cn=Sample GPKIRootCA 1,ou=GPKI,o=Government of Korea,c=KR",
 };
 
 // The addresses lead nowhere: nothing of the sample data is to reach a real authority.
-constexpr IssuerPlan issuers[] = {
+constexpr IssuerPlan plannedIssuers[] = {
     {Root::Accredited, "cn=yessignCA Class 2,ou=AccreditedCA,o=yessign,c=kr",
      "ldap://ds.yessign.example:389/ou=dp5p1,ou=AccreditedCA,o=yessign,c=kr?certificateRevocationList",
      "http://ocsp.yessign.example:4612", "http://www.yessign.example/cps.htm"},
@@ -168,12 +168,12 @@ const HolderPlan holders[] = {
 
 std::span<const char* const> rootPlans()
 {
-    return roots;
+    return rootSubjects;
 }
 
 std::span<const IssuerPlan> issuerPlans()
 {
-    return issuers;
+    return plannedIssuers;
 }
 
 std::span<const HolderPlan> holderPlans()
