@@ -40,6 +40,8 @@ void setSymmetricKey(const Bench& bench, const Samples& samples);
 /** Nobody listens there. */
 inline constexpr const char* nobody = "127.0.0.1";
 inline constexpr int nobodysPort = 1;
+inline const Argument noHost = argument::fixed(nobody);
+inline const Argument noPort = argument::number(nobodysPort);
 inline constexpr const char* nobodysUrl = "http://127.0.0.1:1/service";
 inline constexpr const char* nobodysDirectory = "ldap://127.0.0.1:1/o=Sample,c=KR?cACertificate";
 

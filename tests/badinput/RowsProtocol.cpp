@@ -5,8 +5,6 @@ using namespace argument;
 
 namespace {
 
-const Argument host = fixed(nobody);
-const Argument port = number(nobodysPort);
 const Argument hash = number(QG_HASH_SHA256);
 const Argument policy = fixed("");
 
@@ -37,12 +35,12 @@ void addTimeStamps(std::vector<Row>& rows)
     // Nobody looks at the certificate and key of requests that can't be signed.
     rows.push_back({"TSPTimeStampData", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {host, port, hash, policy, any(s.content), number(0),
+                                {noHost, noPort, hash, policy, any(s.content), number(0),
                                  in(s.certificate, Unread), in(s.key, Unread), out()}};
                     }});
     rows.push_back({"ZRTK_TSP_TimeStampFile", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {host, port, hash, policy, anyFile(s.content), number(0),
+                                {noHost, noPort, hash, policy, anyFile(s.content), number(0),
                                  in(s.certificate, Unread), in(s.key, Unread), out()}};
                     }});
     rows.push_back({"TSPMakeReqMsg", [](auto&, auto& s) -> RightCall {
@@ -51,7 +49,7 @@ void addTimeStamps(std::vector<Row>& rows)
                             in(s.key, Unread), out()};
                     }});
     rows.push_back({"TSPSendAndRecv1", [](auto&, auto& s) -> RightCall {
-                        return {unreachable, {host, port, in(s.stampRequest), out()}};
+                        return {unreachable, {noHost, noPort, in(s.stampRequest), out()}};
                     }});
     rows.push_back(
         {"TSPSendAndRecv2", [](auto& b, auto& s) -> RightCall {
@@ -78,42 +76,42 @@ void addAuthorities(std::vector<Row>& rows)
 {
     rows.push_back({"CMPCertRequest", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {host, port, anyText(), anyText(), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, anyText(), anyText(), anyText(s.idNumber), file(s.authority),
                                  out(), out(), out(Optional), out(Optional), out(Optional)}};
                     }});
     rows.push_back({"CMPCertRequest2", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {host, port, anyText(), anyText(), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, anyText(), anyText(), anyText(s.idNumber), file(s.authority),
                                  exchanged(s.pairTypes, Optional), out(), out(), out(Optional)}};
                     }});
     rows.push_back({"CMPCertUpdate", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {host, port, number(0), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, number(0), anyText(s.idNumber), file(s.authority),
                                  exchanged(s.certificate), exchanged(s.key), exchanged(s.otherCertificate),
                                  exchanged(s.otherKey), out(Optional)}};
                     }});
     rows.push_back({"CMPCertUpdate2", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {host, port, number(0), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, number(0), anyText(s.idNumber), file(s.authority),
                                  exchanged(s.pairTypes), exchanged(s.certificates), exchanged(s.keys),
                                  out(Optional)}};
                     }});
     rows.push_back({"CMPCertCertRevoke", [](auto& b, auto& s) -> RightCall {
                         trustAuthorities(b, s);
                         return {unreachable,
-                                {host, port, number(0), own(s.certificate), own(s.key),
+                                {noHost, noPort, number(0), own(s.certificate), own(s.key),
                                  in(s.otherCertificate), in(s.otherKey)}};
                     }});
-    rows.push_back(
-        {"CMPCertCertRevoke2", [](auto& b, auto& s) -> RightCall {
-             trustAuthorities(b, s);
-             return {unreachable, {host, port, number(0), in(s.pairTypes), in(s.certificates), in(s.keys)}};
-         }});
-    rows.push_back({"CMPCertCertRecovery", [](auto&, auto& s) -> RightCall {
-                        return {
-                            unreachable,
-                            {host, port, anyText(), anyText(), own(s.certificate), own(s.key), out(), out()}};
+    rows.push_back({"CMPCertCertRevoke2", [](auto& b, auto& s) -> RightCall {
+                        trustAuthorities(b, s);
+                        return {unreachable,
+                                {noHost, noPort, number(0), in(s.pairTypes), in(s.certificates), in(s.keys)}};
                     }});
+    rows.push_back(
+        {"CMPCertCertRecovery", [](auto&, auto& s) -> RightCall {
+             return {unreachable,
+                     {noHost, noPort, anyText(), anyText(), own(s.certificate), own(s.key), out(), out()}};
+         }});
 }
 
 } // namespace

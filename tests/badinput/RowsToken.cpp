@@ -14,9 +14,6 @@ namespace {
 constexpr const char* officerPin = "87654321";
 constexpr const char* userPin = "123456";
 
-const Argument host = fixed(nobody);
-const Argument port = number(nobodysPort);
-
 /** Identifiers of the pairs of both holders. */
 std::string ownId()
 {
@@ -152,28 +149,29 @@ void addCmp(std::vector<Row>& rows)
     rows.push_back({"PKCS11CMPCertRequest", [](auto& b, auto& s) -> RightCall {
                         openToken(b, s);
                         return {unreachable,
-                                {host, port, anyText(), anyText(), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, anyText(), anyText(), anyText(s.idNumber), file(s.authority),
                                  out(), out(Optional)}};
                     }});
     rows.push_back({"PKCS11CMPCertUpdate", [](auto& b, auto& s) -> RightCall {
                         openToken(b, s, true);
                         return {unreachable,
-                                {host, port, number(0), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, number(0), anyText(s.idNumber), file(s.authority),
                                  exchanged({Kind::Value, ownId()}),
                                  exchanged({Kind::Value, otherId()}, Optional)}};
                     }});
     rows.push_back({"PKCS11CMPCertUpdate2", [](auto& b, auto& s) -> RightCall {
                         openToken(b, s);
                         return {unreachable,
-                                {host, port, number(0), number(0), anyText(s.idNumber), file(s.authority),
+                                {noHost, noPort, number(0), number(0), anyText(s.idNumber), file(s.authority),
                                  own(s.certificate), own(s.key), in(s.otherCertificate), in(s.otherKey),
                                  chosen("first"), chosen("second")}};
                     }});
-    rows.push_back({"PKCS11CMPCertRevoke", [](auto& b, auto& s) -> RightCall {
-                        openToken(b, s, true);
-                        trustAuthorities(b, s);
-                        return {unreachable, {host, port, number(0), in(ownId()), in(otherId(), Optional)}};
-                    }});
+    rows.push_back(
+        {"PKCS11CMPCertRevoke", [](auto& b, auto& s) -> RightCall {
+             openToken(b, s, true);
+             trustAuthorities(b, s);
+             return {unreachable, {noHost, noPort, number(0), in(ownId()), in(otherId(), Optional)}};
+         }});
 }
 
 } // namespace

@@ -290,8 +290,8 @@ TEST_P(CmpRecoveries, TheKeyIsTheCallersAlone)
     // The private number stands at a fixed place of the key.
     constexpr std::size_t place = 36;
     constexpr std::size_t length = 32;
-    scan.add("key", reinterpret_cast<const char*>(recovered.pData) + place, length);
-    scan.add("key of the cipher", cipherKey.text() + lostWhenFreed, cipherKey.length() - lostWhenFreed);
+    scan.add("key", {reinterpret_cast<const char*>(recovered.pData) + place, length});
+    scan.add("key of the cipher", {cipherKey.text() + lostWhenFreed, cipherKey.length() - lostWhenFreed});
     EXPECT_THAT(scan.find(), testing::SizeIs(2)) << "one of each";
     cipherKey.wipe();
     EXPECT_EQ(library.callBare("BINSTR_Delete", &recovered), 0);

@@ -9,14 +9,14 @@ namespace {
 
 constexpr unsigned char mask = 0xA5;
 
-struct Needle
+struct MaskedBytes
 {
     std::array<unsigned char, 64> masked{};
     std::size_t length = 0;
 };
 
 // Plain objects: blocks are freed before and behind the life of any other.
-constinit std::array<Needle, 8> needles{};
+constinit std::array<MaskedBytes, 8> needles{};
 constinit std::atomic<std::size_t> count{0};
 constinit std::atomic<unsigned> found{0};
 
@@ -25,7 +25,7 @@ constinit std::atomic<unsigned> found{0};
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 namespace {
 
-bool holds(const unsigned char* block, std::size_t size, const Needle& needle)
+bool holds(const unsigned char* block, std::size_t size, const MaskedBytes& needle)
 {
     for (std::size_t start = 0; start + needle.length <= size; ++start) {
         std::size_t same = 0;

@@ -8,7 +8,6 @@ using qgtk::Code;
 
 namespace {
 
-const std::string content = "A letter";
 constexpr CK_ULONG unavailable = CK_UNAVAILABLE_INFORMATION;
 constexpr CK_ULONG terabyte = 1UL << 40;
 
