@@ -10,7 +10,7 @@
 
 #include "Arguments.h"
 #include "Memory.h"
-#include "Rows.h"
+#include "Scenes.h"
 #include "TestHome.h"
 #include "quillgate/returncodes.h"
 
@@ -38,44 +38,6 @@ const std::set<int>& answersInOrder()
 bool isRefusedAbove(int code)
 {
     return code == QG_NO_MEMORY || code == QG_BAD_ARGUMENT;
-}
-
-/** One row on one side and level. */
-struct Scene
-{
-    const Row* row;
-    const Side* side;
-    Level level;
-};
-
-void PrintTo(const Scene& scene, std::ostream* out)
-{
-    *out << scene.row->operation;
-}
-
-std::string nameOf(const Scene& scene)
-{
-    return std::string(scene.side->name) + (scene.level == Level::Flat ? "_" : "_Bare_") +
-           scene.row->operation + scene.row->variant;
-}
-
-/** Whether an operation is there: offered by the side, and behind a flat function when it is called by one.
- */
-bool isThere(const Operation& operation, const Side& side, Level level)
-{
-    const std::vector<ExpectedCall> calls = expectedCalls(operation, cellOf(operation, side));
-    return level == Level::Flat ? operation.call && !calls.empty() : calls.size() == 1;
-}
-
-std::vector<Scene> allScenes()
-{
-    std::vector<Scene> scenes;
-    for (const Row& row : allRows())
-        for (const Side* side : {&zrtkSide, &gpkiSide})
-            for (const Level level : {Level::Flat, Level::Bare})
-                if (isThere(operationCalled(row.operation), *side, level))
-                    scenes.push_back({&row, side, level});
-    return scenes;
 }
 
 class BadInput : public testing::TestWithParam<Scene>

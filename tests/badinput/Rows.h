@@ -5,6 +5,7 @@
 
 #include "Bench.h"
 #include "Samples.h"
+#include "quillgate/algorithms.h"
 
 /** An operation that takes foreign bytes, and how it is called right. */
 struct Row
@@ -36,6 +37,9 @@ void trust(const Bench& bench, const Sample& root, const Sample& authorities);
 
 /** Gives a context the samples' key and initial value. */
 void setSymmetricKey(const Bench& bench, const Samples& samples);
+
+/** The hash of what is signed and stamped. */
+inline const Argument theHash = argument::number(QG_HASH_SHA256);
 
 /** Nobody listens there. */
 inline constexpr const char* nobody = "127.0.0.1";

@@ -5,8 +5,6 @@ using namespace argument;
 
 namespace {
 
-const Argument hash = number(QG_HASH_SHA256);
-
 void addCiphers(std::vector<Row>& rows)
 {
     rows.push_back(
@@ -44,32 +42,32 @@ void addCiphers(std::vector<Row>& rows)
 void addSignatures(std::vector<Row>& rows)
 {
     rows.push_back({"CRYPTSign", [](auto&, auto& s) -> RightCall {
-                        return {own(s.publicKey), own(s.key), hash, any(s.content), out()};
+                        return {own(s.publicKey), own(s.key), theHash, any(s.content), out()};
                     }});
     for (const char* operation : {"ZRTK_CRYPT_SignFile", "GPKI_CRYPT_Sign_File"})
         rows.push_back({operation, [](auto&, auto& s) -> RightCall {
-                            return {own(s.publicKey), own(s.key), hash, anyFile(s.content), outFile()};
+                            return {own(s.publicKey), own(s.key), theHash, anyFile(s.content), outFile()};
                         }});
     rows.push_back({"CRYPTVerify", [](auto&, auto& s) -> RightCall {
-                        return {own(s.publicKey), hash, in(s.text), in(s.signature)};
+                        return {own(s.publicKey), theHash, in(s.text), in(s.signature)};
                     }});
     rows.push_back({"CRYPTVerifyFile", [](auto&, auto& s) -> RightCall {
-                        return {own(s.publicKey), hash, file(s.text), file(s.signature)};
+                        return {own(s.publicKey), theHash, file(s.text), file(s.signature)};
                     }});
     rows.push_back({"CRYPTHash", [](auto&, auto& s) -> RightCall {
-                        return {hash, any(s.content), out()};
+                        return {theHash, any(s.content), out()};
                     }});
     rows.push_back({"CRYPTHashFile", [](auto&, auto& s) -> RightCall {
-                        return {hash, anyFile(s.content), out()};
+                        return {theHash, anyFile(s.content), out()};
                     }});
     rows.push_back({"CRYPTGenMAC", [](auto&, auto& s) -> RightCall {
-                        return {hash, anyText(), any(s.content), out()};
+                        return {theHash, anyText(), any(s.content), out()};
                     }});
     rows.push_back({"CRYPTGenMAC2", [](auto&, auto& s) -> RightCall {
-                        return {hash, any("key"), any(s.content), out()};
+                        return {theHash, any("key"), any(s.content), out()};
                     }});
     rows.push_back({"CRYPTVerifyMAC", [](auto&, auto& s) -> RightCall {
-                        return {hash, textIn(s.password), in(s.text), in(s.mac)};
+                        return {theHash, textIn(s.password), in(s.text), in(s.mac)};
                     }});
 }
 

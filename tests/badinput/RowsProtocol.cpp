@@ -5,7 +5,6 @@ using namespace argument;
 
 namespace {
 
-const Argument hash = number(QG_HASH_SHA256);
 const Argument policy = fixed("");
 
 void addStatus(std::vector<Row>& rows)
@@ -35,26 +34,26 @@ void addTimeStamps(std::vector<Row>& rows)
     // Nobody looks at the certificate and key of requests that can't be signed.
     rows.push_back({"TSPTimeStampData", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {noHost, noPort, hash, policy, any(s.content), number(0),
+                                {noHost, noPort, theHash, policy, any(s.content), number(0),
                                  in(s.certificate, Unread), in(s.key, Unread), out()}};
                     }});
     rows.push_back({"ZRTK_TSP_TimeStampFile", [](auto&, auto& s) -> RightCall {
                         return {unreachable,
-                                {noHost, noPort, hash, policy, anyFile(s.content), number(0),
+                                {noHost, noPort, theHash, policy, anyFile(s.content), number(0),
                                  in(s.certificate, Unread), in(s.key, Unread), out()}};
                     }});
-    rows.push_back({"TSPMakeReqMsg", [](auto&, auto& s) -> RightCall {
-                        return {
-                            any(s.content),    hash, textIn("1.2.3.4"), number(0), in(s.certificate, Unread),
-                            in(s.key, Unread), out()};
-                    }});
+    rows.push_back(
+        {"TSPMakeReqMsg", [](auto&, auto& s) -> RightCall {
+             return {any(s.content),    theHash, textIn("1.2.3.4"), number(0), in(s.certificate, Unread),
+                     in(s.key, Unread), out()};
+         }});
     rows.push_back({"TSPSendAndRecv1", [](auto&, auto& s) -> RightCall {
                         return {unreachable, {noHost, noPort, in(s.stampRequest), out()}};
                     }});
     rows.push_back(
         {"TSPSendAndRecv2", [](auto& b, auto& s) -> RightCall {
              trustAuthorities(b, s);
-             const std::string request = b.give("TSPMakeReqMsg", {any(s.content), hash, policy, number(0),
+             const std::string request = b.give("TSPMakeReqMsg", {any(s.content), theHash, policy, number(0),
                                                                   own(s.certificate), own(s.key), out()});
              return {in(Sample{Kind::StampResponse, stampResponseTo(request)}), out(Optional), out()};
          }});

@@ -291,6 +291,13 @@ long growth(Operation&& operation)
     return peakKilobytes() - before;
 }
 
+/** Length of a large file in MiB; QUILLGATE_LARGE_FILE asks for another one. */
+off_t largeMebibytes()
+{
+    const char* asked = std::getenv("QUILLGATE_LARGE_FILE");
+    return asked ? std::atoi(asked) : 200;
+}
+
 } // namespace
 
 TEST_P(MessageFiles, TakeNoMoreMemoryThanAFewBlocks)
@@ -298,7 +305,7 @@ TEST_P(MessageFiles, TakeNoMoreMemoryThanAFewBlocks)
     constexpr long limit = 8 << 10;
     const std::string large = at("large");
     const int handle = ::open(large.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
-    ASSERT_EQ(::ftruncate(handle, 200 << 20), 0);
+    ASSERT_EQ(::ftruncate(handle, largeMebibytes() << 20), 0);
     ::close(handle);
     EXPECT_LT(growth([&] { EXPECT_EQ(signFile(hong(), large, message, true), 0); }), limit);
     EXPECT_LT(growth([&] { EXPECT_EQ(verifyFile(message, target, true), 0); }), limit);
