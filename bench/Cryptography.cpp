@@ -11,9 +11,9 @@
 
 Toolkit::Toolkit()
 {
-    const std::string library = ZRTK_FILE;
-    std::string name = library.substr(library.rfind('/') + 1);
-    std::string directory = library.substr(0, library.rfind('/'));
+    const std::string path = ZRTK_FILE;
+    std::string name = path.substr(path.rfind('/') + 1);
+    std::string directory = path.substr(0, path.rfind('/'));
     if (ZR_Initalize(&context, 0, directory.data(), name.data()) != 0)
         throw std::runtime_error("the toolkit does not load");
 }

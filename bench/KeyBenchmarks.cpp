@@ -1,12 +1,12 @@
 // Opening a key: what the user waits for after the password.
 
+#include "Cryptography.h"
 #include "Session.h"
 
 #include <TestHome.h>
 #include <benchmark/benchmark.h>
 #include <memory>
 #include <openssl/evp.h>
-#include <openssl/provider.h>
 #include <quillgate/certlist.h>
 #include <samplepki/Authority.h>
 #include <samplepki/Media.h>
@@ -14,9 +14,6 @@
 namespace {
 
 using samplepki::KeyCipher;
-
-constexpr char password[] = "sample-password";
-constexpr int rounds = 2048;
 
 samplepki::Bytes keyFile(KeyCipher cipher)
 {
@@ -51,25 +48,20 @@ void decryptWithLibrary(benchmark::State& state, KeyCipher cipher)
     }
 }
 
-/** A library context with SEED in it, as a program of its own would make one. */
-class BareOpenSsl
+/** OpenSSL with SEED in it, as a program of its own would load it. */
+class BareSeed : public BareOpenSsl
 {
 public:
-    BareOpenSsl()
-        : context(OSSL_LIB_CTX_new()), standard(OSSL_PROVIDER_load(context, "default")),
-          legacy(OSSL_PROVIDER_load(context, "legacy")), seed(EVP_CIPHER_fetch(context, "SEED-CBC", nullptr)),
+    BareSeed()
+        : legacy(OSSL_PROVIDER_load(context, "legacy")), seed(EVP_CIPHER_fetch(context, "SEED-CBC", nullptr)),
           sha1(EVP_MD_fetch(context, "SHA1", nullptr))
     {}
-    ~BareOpenSsl()
+    ~BareSeed()
     {
         EVP_MD_free(sha1);
         EVP_CIPHER_free(seed);
         OSSL_PROVIDER_unload(legacy);
-        OSSL_PROVIDER_unload(standard);
-        OSSL_LIB_CTX_free(context);
     }
-    BareOpenSsl(const BareOpenSsl&) = delete;
-    BareOpenSsl& operator=(const BareOpenSsl&) = delete;
 
     /** The block cipher over a buffer of a key file's size; what is decrypted makes no difference to the
      * cost. */
@@ -86,8 +78,6 @@ public:
         EVP_CIPHER_CTX_free(cipher);
     }
 
-    OSSL_LIB_CTX* context;
-    OSSL_PROVIDER* standard;
     OSSL_PROVIDER* legacy;
     EVP_CIPHER* seed;
     EVP_MD* sha1;
@@ -97,7 +87,7 @@ constexpr unsigned char salt[8] = {1, 2, 3, 4, 5, 6, 7, 8};
 
 void FloorDecryptPbes2(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const BareSeed bare;
     const samplepki::Bytes file = keyFile(KeyCipher::Seed);
     for (auto _ : state) {
         unsigned char derived[16];
@@ -110,7 +100,7 @@ void FloorDecryptPbes2(benchmark::State& state)
 /** PBKDF1: SHA-1 over password and salt, and again over the digest; the vector is a digest of its tail. */
 void FloorDecryptPbkdf1(benchmark::State& state)
 {
-    const BareOpenSsl bare;
+    const BareSeed bare;
     const samplepki::Bytes file = keyFile(KeyCipher::SeedPbkdf1);
     for (auto _ : state) {
         unsigned char derived[20];

@@ -11,27 +11,24 @@
 
 namespace {
 
-constexpr char password[] = "sample-password";
-constexpr int rounds = 2048;
-
 /** The open toolkit as callers load it, over a work directory with the iterations that bare OpenSSL gets. */
-class Toolkit
+class PfxToolkit
 {
 public:
-    Toolkit() : m_handle(dlopen(ZRTK_FILE, RTLD_LAZY))
+    PfxToolkit() : m_handle(dlopen(ZRTK_FILE, RTLD_LAZY))
     {
         const std::string directory = workDirectory("pfx-work").string();
         std::ofstream(directory + "/ZRCToolkitV30.conf")
             << "[OPEN_TOOLKIT]\nKEY_ITERATIONS=" << rounds << "\n";
         call("API_Init", &m_context, const_cast<char*>(directory.c_str()));
     }
-    ~Toolkit()
+    ~PfxToolkit()
     {
         call("API_Finish", m_context);
         dlclose(m_handle);
     }
-    Toolkit(const Toolkit&) = delete;
-    Toolkit& operator=(const Toolkit&) = delete;
+    PfxToolkit(const PfxToolkit&) = delete;
+    PfxToolkit& operator=(const PfxToolkit&) = delete;
 
     template <typename... Arguments>
     int call(const char* operation, Arguments... arguments) const
@@ -70,7 +67,7 @@ BINSTR recordOf(const samplepki::Bytes& bytes)
             static_cast<int>(bytes.size())};
 }
 
-samplepki::Bytes exportedBy(const Toolkit& toolkit)
+samplepki::Bytes exportedBy(const PfxToolkit& toolkit)
 {
     BINSTR certificate = recordOf(samplePair().certificate);
     BINSTR key = recordOf(samplePair().key);
@@ -85,7 +82,7 @@ samplepki::Bytes exportedBy(const Toolkit& toolkit)
 
 void ExportPfx(benchmark::State& state)
 {
-    const Toolkit toolkit;
+    const PfxToolkit toolkit;
     for (auto _ : state)
         if (exportedBy(toolkit).empty())
             state.SkipWithError("the pair is not exported");
@@ -93,7 +90,7 @@ void ExportPfx(benchmark::State& state)
 
 void ImportPfx(benchmark::State& state)
 {
-    const Toolkit toolkit;
+    const PfxToolkit toolkit;
     const samplepki::Bytes file = exportedBy(toolkit);
     BINSTR pfx = recordOf(file);
     BINSTR certificate = {};
@@ -146,7 +143,7 @@ void FloorExportPfx(benchmark::State& state)
 
 void FloorImportPfx(benchmark::State& state)
 {
-    const Toolkit toolkit;
+    const PfxToolkit toolkit;
     const samplepki::Bytes file = exportedBy(toolkit);
     for (auto _ : state) {
         const auto* bytes = reinterpret_cast<const unsigned char*>(file.data());

@@ -13,18 +13,17 @@
 
 namespace {
 
-constexpr char password[] = "sample-password";
 constexpr char subject[] = "cn=holder,ou=personal,o=yessign,c=kr";
 
-const samplepki::Holder& holder()
+const samplepki::Holder& savedHolder()
 {
     using namespace samplepki;
-    static const Holder made = [] {
+    static const samplepki::Holder made = [] {
         Authority authority =
             Authority::root(nameFromText("cn=Root,o=yessign,c=kr"), KeyPool::key(KeyKind::Rsa2048, 1));
         const Bytes certificate = authority.issue({nameFromText(subject), KeyPool::key()});
         const FilePair pair = filePair(certificate, KeyPool::key(), password);
-        return Holder{pair, pair};
+        return samplepki::Holder{pair, pair};
     }();
     return made;
 }
@@ -33,8 +32,9 @@ const samplepki::Holder& holder()
 void FloorSave(benchmark::State& state)
 {
     const std::filesystem::path directory = TestHome::scratch("floor-save");
-    const std::array<const samplepki::Bytes*, 4> contents = {&holder().sign.certificate, &holder().sign.key,
-                                                             &holder().km->certificate, &holder().km->key};
+    const std::array<const samplepki::Bytes*, 4> contents = {
+        &savedHolder().sign.certificate, &savedHolder().sign.key, &savedHolder().km->certificate,
+        &savedHolder().km->key};
     std::array<std::string, 4> paths;
     for (std::size_t i = 0; i < paths.size(); ++i)
         paths[i] = directory / std::to_string(i);
@@ -52,8 +52,8 @@ void Save(benchmark::State& state)
     useHomeOf(10);
     const Session session(workDirectory("work"));
     // Keys that are encrypted already: what is measured is the writing.
-    std::array<std::string, 4> given = {holder().sign.certificate, holder().sign.key,
-                                        holder().km->certificate, holder().km->key};
+    std::array<std::string, 4> given = {savedHolder().sign.certificate, savedHolder().sign.key,
+                                        savedHolder().km->certificate, savedHolder().km->key};
     std::string words = password;
     const auto size = [](const std::string& text) {
         return static_cast<int>(text.size());

@@ -4,6 +4,10 @@
 #include <functional>
 #include <string>
 
+/** The password of all keys that are measured, and the iterations of their encryption. */
+inline constexpr char password[] = "sample-password";
+inline constexpr int rounds = 2048;
+
 /** A certificate list session over a work directory, on the hard disk, for all trees. Throws on failure. */
 class Session
 {
