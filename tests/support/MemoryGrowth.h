@@ -31,7 +31,8 @@ inline int rounds()
 /** Bytes by which OpenSSL's caches, which forget at random, and the allocator's move. */
 constexpr std::size_t cacheNoise = 262144;
 
-/** Bytes that the process has allocated. */
+/** Bytes that the process has allocated. A sanitizer's allocator answers 0, and it reports leaks by itself.
+ */
 inline std::size_t allocatedBytes()
 {
     return mallinfo2().uordblks;
