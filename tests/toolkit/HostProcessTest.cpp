@@ -93,7 +93,7 @@ struct HostState
         std::ifstream status("/proc/self/status");
         std::string lines;
         for (std::string line; std::getline(status, line);)
-            if (line.starts_with("Sig"))
+            if (line.starts_with("Sig") && !line.starts_with("SigQ")) // a count of all the user's processes
                 lines += line + "\n";
         return lines;
     }
