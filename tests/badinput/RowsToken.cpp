@@ -105,10 +105,8 @@ void addPairs(std::vector<Row>& rows)
                         return {in(otherId())};
                     }});
     rows.push_back({"PKCS11GenKeyPair", [](auto& b, auto& s) -> RightCall {
-                        openToken(b, s);
-                        static int count = 0;
-                        return {number(QG_KEYPAIR_P256), number(QG_TOKEN_SIGNING),
-                                chosen("pair " + std::to_string(++count))};
+                        openToken(b, s); // takes away what the call before has made
+                        return {number(QG_KEYPAIR_P256), number(QG_TOKEN_SIGNING), chosen(otherId())};
                     }});
 }
 
